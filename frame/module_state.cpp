@@ -1,0 +1,11 @@
+// The single instance of the module-level references.
+#include "frame/module_state.hpp"
+
+namespace lf {
+
+ModuleState& moduleState() {
+  static ModuleState state;
+  return state;
+}
+
+}  // namespace lf
