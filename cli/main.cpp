@@ -1,9 +1,42 @@
 // lfimport: the command-line program of the import component.
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+
+#include "cli/command_registry.hpp"
+
+namespace lf::cli {
+
+std::vector<std::pair<int, CommandFactory>>& commandFactories() {
+  static std::vector<std::pair<int, CommandFactory>> factories;
+  return factories;
+}
+
+CommandRegistration::CommandRegistration(int order, CommandFactory factory) {
+  commandFactories().emplace_back(order, std::move(factory));
+}
+
+int& exitCode() {
+  static int code = 0;
+  return code;
+}
+
+}  // namespace lf::cli
 
 int main(int argc, char** argv) {
   CLI::App app{"lfimport: brings outside data into a Ledgerfolio practice database"};
   app.require_subcommand(1);
-  CLI11_PARSE(app, argc, argv);
-  return 0;
+  auto& factories = lf::cli::commandFactories();
+  std::stable_sort(factories.begin(), factories.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (auto& [order, factory] : factories) factory(app);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& e) {
+    return app.exit(e);
+  } catch (const std::exception& e) {
+    std::cerr << "lfimport: " << e.what() << "\n";
+    return 1;
+  }
+  return lf::cli::exitCode();
 }
