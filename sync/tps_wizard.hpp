@@ -84,6 +84,7 @@ class frmTPSWizard {
   void Initialize();
 
   int step() const { return step_; }
+  const TPSImportOptions& engine() const { return engine_; }
   bool isOpen() const { return open_; }
   bool finished() const { return finished_; }
   bool navEnabled(int button) const;
