@@ -268,9 +268,14 @@ void frmTPSWizard::enterStep(int target) {
         contactTree_.populateInitialTPSClientsCheckedItems(true, personal);
         companiesAtPersonalStep_ = tvwContacts.checkedIDs();
         businessListLoaded_ = true;
-      } else {
+      } else if (companiesStored_) {
         progressCaption("Selecting TPS business clients, please wait ...");
         tvwContacts.checkOnly(engine_.companyCollection.keys());
+      } else {
+        // Left by Back before the list was ever kept: the guess again, not an empty list.
+        progressCaption("Selecting initial TPS business clients, please wait ...");
+        bool personal = false;
+        contactTree_.populateInitialTPSClientsCheckedItems(true, personal);
       }
       break;
     case 8: {
@@ -280,15 +285,14 @@ void frmTPSWizard::enterStep(int target) {
       if (companies != companiesAtPersonalStep_) {
         progressCaption("Selecting TPS personal tax clients, please wait ...");
         populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList();
-      } else if (!personalListLoaded_) {
+      } else if (contactsStored_) {
+        progressCaption("Selecting TPS personal clients, please wait ...");
+        tvwContacts.checkOnly(engine_.contactsCollection.keys());
+      } else {
         progressCaption("Selecting initial TPS personal clients, please wait ...");
         bool business = false;
         contactTree_.populateInitialTPSClientsCheckedItems(false, business);
-      } else {
-        progressCaption("Selecting TPS personal clients, please wait ...");
-        tvwContacts.checkOnly(engine_.contactsCollection.keys());
       }
-      personalListLoaded_ = true;
       companiesAtPersonalStep_ = companies;
       break;
     }
@@ -317,11 +321,13 @@ void frmTPSWizard::populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesL
 }
 
 void frmTPSWizard::getSelectedCompanies() {
+  companiesStored_ = true;
   engine_.companyCollection.clear();
   for (auto& id : tvwContacts.checkedIDs()) engine_.companyCollection.add(std::move(id));
 }
 
 void frmTPSWizard::getSelectedContacts() {
+  contactsStored_ = true;
   engine_.contactsCollection.clear();
   for (auto& id : tvwContacts.checkedIDs()) engine_.contactsCollection.add(std::move(id));
 }
@@ -335,7 +341,8 @@ void frmTPSWizard::cmdOpenTPSFile(const std::string& chosenPath) {
       engine_.TPSDatabaseLocation = chosenPath;
     // Another export means other clients: the lists start again from their guesses.
     businessListLoaded_ = false;
-    personalListLoaded_ = false;
+    companiesStored_ = false;
+    contactsStored_ = false;
     engine_.companyCollection.clear();
     engine_.contactsCollection.clear();
   });

@@ -155,8 +155,9 @@ class frmTPSWizard {
   bool open_ = false;
   bool finished_ = false;
   std::array<bool, 4> navEnabled_{};
-  bool businessListLoaded_ = false;
-  bool personalListLoaded_ = false;
+  bool businessListLoaded_ = false;  // the client tree is filled
+  bool companiesStored_ = false;     // Next has kept the business list at least once
+  bool contactsStored_ = false;      // Next has kept the personal list at least once
   std::vector<std::string> companiesAtPersonalStep_;  // business list the personal checks last saw
   std::string selectAllCaption_ = "Select All";
   DateRangeFields timeFields_;

@@ -221,6 +221,11 @@ TEST_F(TPSWizardTest, ClientStepsPreCheckThenFollowTheBusinessList) {
   // Unchanged business list: the personal step shows its own guess.
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
   EXPECT_EQ(wizard->tvwContacts.checkedIDs(), std::vector<std::string>{"104"});
+  // Back before the personal list was kept: coming again shows the guess, not an empty list.
+  wizard->tvwContacts.checkAllChildNodes(false);
+  wizard->cmdNav_Click(frmTPSWizard::kNavBack);
+  wizard->cmdNav_Click(frmTPSWizard::kNavNext);
+  EXPECT_EQ(wizard->tvwContacts.checkedIDs(), std::vector<std::string>{"104"});
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
   EXPECT_EQ(engine.contactsCollection.keys(), std::vector<std::string>{"104"});
 
