@@ -77,21 +77,42 @@ std::string join(const Tokens& tokens, long first, long last) {
 
 bool hasLength(const std::string& token, size_t length) { return token.size() == length; }
 
+// The search forms of each province entry: upper-cased, followed by a blank and by ". ".
+struct ProvinceForms {
+  std::string withBlank;
+  std::string withFullStop;
+};
+
+const std::array<ProvinceForms, 42>& provinceForms() {
+  static const std::array<ProvinceForms, 42> forms = [] {
+    std::array<ProvinceForms, 42> out;
+    for (size_t i = 0; i < out.size(); ++i) {
+      const std::string name = GeneralUtilities::upperCase(provinceSearchNames()[i]);
+      out[i] = {name + " ", name + ". "};
+    }
+    return out;
+  }();
+  return forms;
+}
+
 // The first province entry found followed by a blank (or by ". ") in the upper-cased text
 // is cut out of it, and the text is left upper-cased.
 void searchProvince(std::string& text, AddressFields& fields, bool& provinceFound) {
   const std::string upper = GeneralUtilities::upperCase(text);
-  for (std::string_view entry : provinceSearchNames()) {
-    const std::string name = GeneralUtilities::upperCase(entry);
-    for (std::string_view ending : {std::string_view(" "), std::string_view(". ")}) {
-      const std::string form = name + std::string(ending);
-      if (upper.find(form) == std::string::npos) continue;
-      provinceFound = true;
-      fields.Province = std::string(entry) + (ending == " " ? "" : ".");
-      text = upper;
-      replaceAll(text, form, "");
-      return;
+  const auto& forms = provinceForms();
+  for (size_t i = 0; i < forms.size(); ++i) {
+    const std::string* form = &forms[i].withBlank;
+    bool fullStop = false;
+    if (upper.find(*form) == std::string::npos) {
+      form = &forms[i].withFullStop;
+      if (upper.find(*form) == std::string::npos) continue;
+      fullStop = true;
     }
+    provinceFound = true;
+    fields.Province = std::string(provinceSearchNames()[i]) + (fullStop ? "." : "");
+    text = upper;
+    replaceAll(text, *form, "");
+    return;
   }
 }
 
