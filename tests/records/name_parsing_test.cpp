@@ -1,9 +1,14 @@
 // The name procedures on the documented names: prefixes, couple prefixes, word placement,
-// couples with a shared surname, and the couple-prefix fault that "resume next" gets past.
+// couples with a shared surname, the couple-prefix fault that "resume next" gets past, and
+// the Contacts row that parseNameForContact and addSpouseNameToContact leave behind.
 #include "records/name_parsing.hpp"
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
+#include "db/sqlite_database.hpp"
+#include "frame/module_state.hpp"
 #include "tests/support/recording_error_service.hpp"
 
 namespace lf {
@@ -148,6 +153,90 @@ TEST(ContactName, CouplePrefixFaultWithoutResumeGivesNothingToWrite) {
   }
   // No error service at all: the procedure leaves silently.
   EXPECT_FALSE(parseNameForContactFields("Mr and Mrs Smith").hasResult);
+}
+
+class NameWritingTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    db.createNew(":memory:");
+    db.executeStatement(
+        "CREATE TABLE Contacts (ContactID INTEGER PRIMARY KEY, NamePrefix TEXT, FirstName TEXT, "
+        "MiddleName TEXT, LastName TEXT, DisplayName TEXT, SpouseNamePrefix TEXT, "
+        "SpouseFirstName TEXT, SpouseMiddleName TEXT, SpouseLastName TEXT, SpouseName TEXT)");
+    db.executeStatement("INSERT INTO Contacts (ContactID) VALUES (7)");
+    saved = moduleState().DatabaseReference;
+    moduleState().DatabaseReference = &db;
+  }
+  void TearDown() override { moduleState().DatabaseReference = saved; }
+
+  // The contact's columns, in table order from NamePrefix to SpouseName.
+  std::vector<std::string> row(long id) {
+    std::int32_t h = db.openRecordset(
+        "SELECT Contacts.* FROM Contacts WHERE Contacts.ContactID=" + std::to_string(id) + ";",
+        kCursorKeyset, kLockReadOnly);
+    std::vector<std::string> values;
+    if (db.hasRecord(h))
+      for (const char* column :
+           {"NamePrefix", "FirstName", "MiddleName", "LastName", "DisplayName", "SpouseNamePrefix",
+            "SpouseFirstName", "SpouseMiddleName", "SpouseLastName", "SpouseName"})
+        values.push_back(db.getField(h, column).toString());
+    db.closeRecordset(h);
+    return values;
+  }
+
+  std::vector<std::string> untouched() { return std::vector<std::string>(10); }
+
+  SqliteDatabase db;
+  DatabaseService* saved = nullptr;
+};
+
+TEST_F(NameWritingTest, CoupleFillsNameAndSpouseColumns) {
+  parseNameForContact(7, "Mr. John Smith & Mrs. Mary Smith");
+  EXPECT_EQ(row(7), (std::vector<std::string>{"Mr.", "John", "", "Smith", "John Smith", "Mrs.",
+                                              "Mary", "", "Smith", "Mary Smith"}));
+}
+
+TEST_F(NameWritingTest, SharedSurnameAndCommaForm) {
+  parseNameForContact(7, "Smith, John & Mary");
+  EXPECT_EQ(row(7), (std::vector<std::string>{"", "John", "", "Smith", "John Smith", "", "Mary",
+                                              "", "Smith", "Mary Smith"}));
+}
+
+TEST_F(NameWritingTest, CouplePrefixFaultResumesAndWrites) {
+  RecordingErrorService errors(kErrorResumeNext);
+  parseNameForContact(7, "Mr and Mrs Smith");
+  EXPECT_EQ(errors.reports, 1);
+  EXPECT_EQ(row(7), (std::vector<std::string>{"Mr", "s", "", "Smith", "s Smith", "", "", "", "",
+                                              ""}));
+}
+
+TEST_F(NameWritingTest, CouplePrefixFaultLeftWritesNothing) {
+  RecordingErrorService errors(kErrorLeaveProcedure);
+  parseNameForContact(7, "Mr and Mrs Smith");
+  EXPECT_EQ(errors.reports, 1);
+  EXPECT_EQ(row(7), untouched());
+}
+
+TEST_F(NameWritingTest, NothingWrittenForBlanksMissingRowOrClosedDatabase) {
+  RecordingErrorService errors(kErrorResumeNext);
+  parseNameForContact(7, "     ");
+  EXPECT_EQ(row(7), untouched());
+
+  parseNameForContact(8, "John and Mary Smith");  // no such contact
+  EXPECT_TRUE(row(8).empty());
+
+  moduleState().DatabaseReference = nullptr;
+  parseNameForContact(7, "John and Mary Smith");
+  addSpouseNameToContact(7, "Mary Smith");
+  moduleState().DatabaseReference = &db;
+  EXPECT_EQ(row(7), untouched());
+  EXPECT_EQ(errors.reports, 0);
+}
+
+TEST_F(NameWritingTest, SpouseAloneWritesOnlySpouseColumns) {
+  addSpouseNameToContact(7, "Dr. Anna Maria Van Dyke");
+  EXPECT_EQ(row(7), (std::vector<std::string>{"", "", "", "", "", "Dr.", "Anna", "Maria",
+                                              "Van Dyke", "Anna Maria Van Dyke"}));
 }
 
 }  // namespace
