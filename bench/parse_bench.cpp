@@ -36,10 +36,11 @@ const std::string& pick(std::mt19937& rng, const std::array<std::string, N>& lis
 
 const std::array<std::string, 12> kFirst = {"John", "Mary",  "Anna",  "Pierre", "Li",    "Fatima",
                                             "Ann",  "Marie", "David", "Chloe",  "Ahmed", "Sandy"};
-const std::array<std::string, 12> kLast = {"Smith",   "Tremblay", "Nguyen", "Van Dyke",
-                                           "Roy",     "MacLeod",  "Gagnon", "De Luca",
-                                           "Wilson",  "Khan",     "Martin", "St. John"};
-const std::array<std::string, 8> kPrefix = {"Mr.", "Mrs.", "Ms", "Dr.", "Mme", "Rev.", "Miss", "M."};
+const std::array<std::string, 12> kLast = {"Smith",  "Tremblay", "Nguyen", "Van Dyke",
+                                           "Roy",    "MacLeod",  "Gagnon", "De Luca",
+                                           "Wilson", "Khan",     "Martin", "St. John"};
+const std::array<std::string, 8> kPrefix = {"Mr.", "Mrs.", "Ms",   "Dr.",
+                                            "Mme", "Rev.", "Miss", "M."};
 
 std::vector<std::string> generateNames() {
   std::mt19937 rng(20261123);
@@ -50,32 +51,51 @@ std::vector<std::string> generateNames() {
     const std::string& other = pick(rng, kFirst);
     const std::string& last = pick(rng, kLast);
     switch (i % 10) {
-      case 0: names.push_back(first + " " + last); break;
-      case 1: names.push_back(first + " " + other + " " + last); break;
-      case 2: names.push_back(pick(rng, kPrefix) + " " + first + " " + last); break;
-      case 3: names.push_back(last + ", " + first); break;
-      case 4: names.push_back(first + " & " + other + " " + last); break;
-      case 5: names.push_back(first + " and " + other + " " + last); break;
-      case 6:
-        names.push_back(pick(rng, kPrefix) + " " + first + " " + last + " & " +
-                        pick(rng, kPrefix) + " " + other + " " + last);
+      case 0:
+        names.push_back(first + " " + last);
         break;
-      case 7: names.push_back("Mr and Mrs " + last); break;
-      case 8: names.push_back(last + ", " + first + " & " + other); break;
-      default: names.push_back(first); break;
+      case 1:
+        names.push_back(first + " " + other + " " + last);
+        break;
+      case 2:
+        names.push_back(pick(rng, kPrefix) + " " + first + " " + last);
+        break;
+      case 3:
+        names.push_back(last + ", " + first);
+        break;
+      case 4:
+        names.push_back(first + " & " + other + " " + last);
+        break;
+      case 5:
+        names.push_back(first + " and " + other + " " + last);
+        break;
+      case 6:
+        names.push_back(pick(rng, kPrefix) + " " + first + " " + last + " & " + pick(rng, kPrefix) +
+                        " " + other + " " + last);
+        break;
+      case 7:
+        names.push_back("Mr and Mrs " + last);
+        break;
+      case 8:
+        names.push_back(last + ", " + first + " & " + other);
+        break;
+      default:
+        names.push_back(first);
+        break;
     }
   }
   return names;
 }
 
-const std::array<std::string, 8> kStreet = {"Main St", "King St W", "Crab Ave", "Elm Rd",
-                                            "Rue Principale", "Bay St", "Portage Ave", "1st Ave"};
-const std::array<std::string, 8> kCity = {"Toronto", "Montreal", "North York", "Winnipeg",
-                                          "Halifax", "Calgary", "Fort St John", "Regina"};
-const std::array<std::string, 10> kProvince = {"ON", "Ontario", "QC", "B.C.", "Alberta",
-                                               "Sask.", "NS", "MB", "Nfld", "PEI"};
-const std::array<std::string, 6> kPostal = {"M5V 1A1", "M5V1A1", "H2X 3Y7", "T2P1J9",
-                                            "R3C 4T5", "B3H2Y9"};
+const std::array<std::string, 8> kStreet = {"Main St",     "King St W",      "Crab Ave",
+                                            "Elm Rd",      "Rue Principale", "Bay St",
+                                            "Portage Ave", "1st Ave"};
+const std::array<std::string, 8> kCity = {"Toronto", "Montreal", "North York",   "Winnipeg",
+                                          "Halifax", "Calgary",  "Fort St John", "Regina"};
+const std::array<std::string, 10> kProvince = {"ON",    "Ontario", "QC", "B.C.", "Alberta",
+                                               "Sask.", "NS",      "MB", "Nfld", "PEI"};
+const std::array<std::string, 6> kPostal = {"M5V 1A1", "M5V1A1",  "H2X 3Y7",
+                                            "T2P1J9",  "R3C 4T5", "B3H2Y9"};
 
 std::vector<std::string> generateAddresses() {
   std::mt19937 rng(1123);
@@ -88,12 +108,24 @@ std::vector<std::string> generateAddresses() {
     const std::string& province = pick(rng, kProvince);
     const std::string& postal = pick(rng, kPostal);
     switch (i % 6) {
-      case 0: lines.push_back(number + " " + street + ", " + city + ", " + province + " " + postal); break;
-      case 1: lines.push_back(number + " " + street + ", " + city + " " + province + " " + postal); break;
-      case 2: lines.push_back(number + " " + street + " " + city + " " + province + " " + postal); break;
-      case 3: lines.push_back("PO Box " + number + ", " + city + " " + postal); break;
-      case 4: lines.push_back(number + " " + street + "\r\n" + city + ", " + province + " " + postal); break;
-      default: lines.push_back(city); break;
+      case 0:
+        lines.push_back(number + " " + street + ", " + city + ", " + province + " " + postal);
+        break;
+      case 1:
+        lines.push_back(number + " " + street + ", " + city + " " + province + " " + postal);
+        break;
+      case 2:
+        lines.push_back(number + " " + street + " " + city + " " + province + " " + postal);
+        break;
+      case 3:
+        lines.push_back("PO Box " + number + ", " + city + " " + postal);
+        break;
+      case 4:
+        lines.push_back(number + " " + street + "\r\n" + city + ", " + province + " " + postal);
+        break;
+      default:
+        lines.push_back(city);
+        break;
     }
   }
   return lines;

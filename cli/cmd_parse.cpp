@@ -38,8 +38,8 @@ class ResumeNextErrorService : public ErrorService {
     state.errorClass = saved_;
     state.errorClassIsSet = savedIsSet_;
     for (const ErrorInfo& e : errors_)
-      std::cerr << "lfimport: resumed after error " << e.number << " (" << e.description
-                << ") in " << e.source << "\n";
+      std::cerr << "lfimport: resumed after error " << e.number << " (" << e.description << ") in "
+                << e.source << "\n";
   }
   void enterProcedure(std::string_view) override {}
   void leaveProcedure() override {}
@@ -55,7 +55,9 @@ class ResumeNextErrorService : public ErrorService {
 
 void addNameParts(Json& out, const PersonNameParts& parts, const std::string& columnPrefix,
                   bool trimmed) {
-  auto value = [&](const std::string& text) { return trimmed ? GeneralUtilities::trim(text) : text; };
+  auto value = [&](const std::string& text) {
+    return trimmed ? GeneralUtilities::trim(text) : text;
+  };
   out[columnPrefix + "NamePrefix"] = value(parts.NamePrefix);
   out[columnPrefix + "FirstName"] = value(parts.FirstName);
   out[columnPrefix + "MiddleName"] = value(parts.MiddleName);

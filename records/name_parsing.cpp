@@ -27,11 +27,15 @@ constexpr std::string_view kSpouseLabel =
     "Ledgerfolio.exe-modDatabaseClientFunctions-addSpouseNameToContact";
 
 // Surname particles: a word equal to one of these (upper-cased) starts a compound last name.
-constexpr std::array<std::string_view, 10> kParticles = {"MC", "MAC", "VAN", "DE",  "LE",
+constexpr std::array<std::string_view, 10> kParticles = {"MC", "MAC", "VAN", "DE", "LE",
                                                          "LA", "DI",  "DEL", "ST", "ST."};
 
-bool isBlank(std::string_view text) { return GeneralUtilities::isBlank(text); }
-std::string trim(std::string_view text) { return GeneralUtilities::trim(text); }
+bool isBlank(std::string_view text) {
+  return GeneralUtilities::isBlank(text);
+}
+std::string trim(std::string_view text) {
+  return GeneralUtilities::trim(text);
+}
 
 bool isParticle(std::string_view word) {
   const std::string upper = GeneralUtilities::upperCase(word);
@@ -185,23 +189,25 @@ DatabaseService* openDatabase() {
   return db != nullptr && db->isOpen() ? db : nullptr;
 }
 
-// Opens the contact's row for update, writes the five columns from the parts when the row
-// exists, and closes the recordset. Each statement resumes on its own after action 1.
+// Opens the contact's row for update and, when the row exists, writes the five columns from
+// the parts that makeParts gives; then closes the recordset. Each statement resumes on its
+// own after action 1.
+template <class MakeParts>
 void writeNameColumns(DatabaseService& db, const std::string& sql,
-                      const std::array<std::string_view, 5>& columns,
-                      const PersonNameParts& parts, bool trimValues) {
+                      const std::array<std::string_view, 5>& columns, MakeParts&& makeParts,
+                      bool trimValues) {
   std::int32_t handle = 0;
   resumeNext([&] { handle = db.openRecordset(sql, kCursorKeyset, kLockOptimistic); });
   bool found = false;
   resumeNext([&] { found = db.hasRecord(handle); });
   if (found) {
+    const PersonNameParts parts = makeParts();
     const std::array<const std::string*, 5> values = {&parts.NamePrefix, &parts.FirstName,
                                                       &parts.MiddleName, &parts.LastName,
                                                       &parts.DisplayName};
     for (size_t i = 0; i < columns.size(); ++i)
-      resumeNext([&] {
-        db.setField(handle, columns[i], trimValues ? trim(*values[i]) : *values[i]);
-      });
+      resumeNext(
+          [&] { db.setField(handle, columns[i], trimValues ? trim(*values[i]) : *values[i]); });
   }
   resumeNext([&] { db.closeRecordset(handle); });
 }
@@ -210,8 +216,8 @@ void writeNameColumns(DatabaseService& db, const std::string& sql,
 
 const std::array<std::string_view, 18>& returnPrefixStringArray() {
   static constexpr std::array<std::string_view, 18> prefixes = {
-      "M.",   "MR",    "MR.", "MRS",  "MRS.", "MS",  "MS.", "MISS", "MISS.",
-      "MLLE", "MLLE.", "MME", "MME.", "SIR",  "REV", "REV.", "DR",  "DR."};
+      "M.",   "MR",    "MR.", "MRS",  "MRS.", "MS",  "MS.",  "MISS", "MISS.",
+      "MLLE", "MLLE.", "MME", "MME.", "SIR",  "REV", "REV.", "DR",   "DR."};
   return prefixes;
 }
 
@@ -343,11 +349,12 @@ void parseNameForContact(long contactID, std::string_view nameString) {
     parseContactName(nameString, fields);
     if (fields.hasResult) {
       if (DatabaseService* db = openDatabase()) {
-        writeNameColumns(*db,
-                         "SELECT Contacts.* FROM Contacts WHERE Contacts.ContactID=" +
-                             std::to_string(contactID) + ";",
-                         {"NamePrefix", "FirstName", "MiddleName", "LastName", "DisplayName"},
-                         fields.contact, true);
+        writeNameColumns(
+            *db,
+            "SELECT Contacts.* FROM Contacts WHERE Contacts.ContactID=" +
+                std::to_string(contactID) + ";",
+            {"NamePrefix", "FirstName", "MiddleName", "LastName", "DisplayName"},
+            [&] { return fields.contact; }, true);
       }
     }
     if (!isBlank(fields.spouse)) addSpouseNameToContact(contactID, fields.spouse);
@@ -358,12 +365,10 @@ void addSpouseNameToContact(long contactID, std::string_view spouseNameString) {
   procedure(kSpouseLabel, [&] {
     DatabaseService* db = openDatabase();
     if (db == nullptr || isBlank(spouseNameString)) return;
-    writeNameColumns(*db,
-                     "SELECT Contacts.* FROM Contacts WHERE ContactID = " +
-                         std::to_string(contactID) + ";",
-                     {"SpouseNamePrefix", "SpouseFirstName", "SpouseMiddleName", "SpouseLastName",
-                      "SpouseName"},
-                     parseSingleNameString(spouseNameString), false);
+    writeNameColumns(
+        *db, "SELECT Contacts.* FROM Contacts WHERE ContactID = " + std::to_string(contactID) + ";",
+        {"SpouseNamePrefix", "SpouseFirstName", "SpouseMiddleName", "SpouseLastName", "SpouseName"},
+        [&] { return parseSingleNameString(spouseNameString); }, false);
   });
 }
 

@@ -18,7 +18,9 @@ constexpr std::string_view kClearLabel = "Ledgerfolio.exe-modFormatAddresses-cle
 
 using Tokens = std::vector<std::string>;
 
-std::string trim(std::string_view text) { return GeneralUtilities::trim(text); }
+std::string trim(std::string_view text) {
+  return GeneralUtilities::trim(text);
+}
 
 void replaceAll(std::string& text, std::string_view what, std::string_view with) {
   std::string out;
@@ -48,9 +50,8 @@ Tokens tokenise(std::string_view text) {
   size_t from = 0;
   while (true) {
     const size_t blank = text.find(' ', from);
-    std::string token = cleanToken(text.substr(from, blank == std::string_view::npos
-                                                         ? std::string_view::npos
-                                                         : blank - from));
+    std::string token = cleanToken(
+        text.substr(from, blank == std::string_view::npos ? std::string_view::npos : blank - from));
     if (!GeneralUtilities::isBlank(token)) tokens.push_back(std::move(token));
     if (blank == std::string_view::npos) break;
     from = blank + 1;
@@ -75,7 +76,9 @@ std::string join(const Tokens& tokens, long first, long last) {
   return trim(out);
 }
 
-bool hasLength(const std::string& token, size_t length) { return token.size() == length; }
+bool hasLength(const std::string& token, size_t length) {
+  return token.size() == length;
+}
 
 // The search forms of each province entry: upper-cased, followed by a blank and by ". ".
 struct ProvinceForms {
@@ -207,6 +210,7 @@ void placeSecondSplit(const Tokens& t, AddressFields& f, bool& cityFound, bool& 
 }  // namespace
 
 const std::array<std::string_view, 42>& provinceSearchNames() {
+  // clang-format off
   static constexpr std::array<std::string_view, 42> names = {
       "Alberta", "Alta", "AB",
       "BritishColumbia", "British Columbia", "B.C.", "BC",
@@ -224,6 +228,7 @@ const std::array<std::string_view, 42>& provinceSearchNames() {
       // Left empty on purpose: it matches any blank, so a line that names no province loses
       // its blanks and is upper-cased. Imported addresses depend on this result.
       ""};
+  // clang-format on
   return names;
 }
 

@@ -198,16 +198,16 @@ TEST_F(NameWritingTest, CoupleFillsNameAndSpouseColumns) {
 
 TEST_F(NameWritingTest, SharedSurnameAndCommaForm) {
   parseNameForContact(7, "Smith, John & Mary");
-  EXPECT_EQ(row(7), (std::vector<std::string>{"", "John", "", "Smith", "John Smith", "", "Mary",
-                                              "", "Smith", "Mary Smith"}));
+  EXPECT_EQ(row(7), (std::vector<std::string>{"", "John", "", "Smith", "John Smith", "", "Mary", "",
+                                              "Smith", "Mary Smith"}));
 }
 
 TEST_F(NameWritingTest, CouplePrefixFaultResumesAndWrites) {
   RecordingErrorService errors(kErrorResumeNext);
   parseNameForContact(7, "Mr and Mrs Smith");
   EXPECT_EQ(errors.reports, 1);
-  EXPECT_EQ(row(7), (std::vector<std::string>{"Mr", "s", "", "Smith", "s Smith", "", "", "", "",
-                                              ""}));
+  EXPECT_EQ(row(7),
+            (std::vector<std::string>{"Mr", "s", "", "Smith", "s Smith", "", "", "", "", ""}));
 }
 
 TEST_F(NameWritingTest, CouplePrefixFaultLeftWritesNothing) {

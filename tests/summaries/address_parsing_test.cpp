@@ -18,9 +18,9 @@ struct Parsed {
 Parsed parse(std::string line) {
   const AddressFields f = parseAddressString(line);
   // Only these four are ever written.
-  EXPECT_EQ(f.Name + f.ContactName + f.Country + f.Phone + f.Fax + f.Cell + f.Home + f.Email +
-                f.WebSite,
-            "");
+  EXPECT_EQ(
+      f.Name + f.ContactName + f.Country + f.Phone + f.Fax + f.Cell + f.Home + f.Email + f.WebSite,
+      "");
   return {f.Street, f.City, f.Province, f.PostalCode};
 }
 
