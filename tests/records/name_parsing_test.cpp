@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "db/practice_schema.hpp"
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
 #include "tests/support/recording_error_service.hpp"
@@ -159,10 +160,7 @@ class NameWritingTest : public ::testing::Test {
  protected:
   void SetUp() override {
     db.createNew(":memory:");
-    db.executeStatement(
-        "CREATE TABLE Contacts (ContactID INTEGER PRIMARY KEY, NamePrefix TEXT, FirstName TEXT, "
-        "MiddleName TEXT, LastName TEXT, DisplayName TEXT, SpouseNamePrefix TEXT, "
-        "SpouseFirstName TEXT, SpouseMiddleName TEXT, SpouseLastName TEXT, SpouseName TEXT)");
+    for (const std::string& statement : practiceSchemaStatements()) db.executeStatement(statement);
     db.executeStatement("INSERT INTO Contacts (ContactID) VALUES (7)");
     saved = moduleState().DatabaseReference;
     moduleState().DatabaseReference = &db;
