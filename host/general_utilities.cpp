@@ -1,4 +1,5 @@
-// Blank test, numeric tests and case helpers.
+// Blank test, numeric tests, case helpers, and the host's telephone, business-number, identity
+// and duration forms.
 #include "host/general_utilities.hpp"
 
 #include <cctype>
@@ -142,13 +143,15 @@ std::string GeneralUtilities::formatPhoneNumber(std::string_view text) {
   std::string digits = digitsOf(main);
   if (digits.size() == 11 && digits[0] == '1') digits.erase(0, 1);
   if (!marked && digits.size() > 10) {
-    // A leading country code given on its own ("1 416 555 1234 22").
-    std::string lead = trim(main).substr(0, 2);
-    if (lead == "1 " || lead == "1-" || lead == "+1") digits.erase(0, 1);
-    if (digits.size() > 10) {
-      extension = digits.substr(10);
-      digits.resize(10);
-    }
+    // An extension given as the last blank-separated group after a complete number
+    // ("416 5551234 22").
+    std::string body = trim(main);
+    size_t blank = body.find_last_of(' ');
+    if (blank == std::string::npos) return trimmed;
+    extension = digitsOf(body.substr(blank + 1));
+    digits = digitsOf(body.substr(0, blank));
+    if (digits.size() == 11 && digits[0] == '1') digits.erase(0, 1);
+    if (digits.size() != 10) return trimmed;
   }
   std::string formatted;
   if (digits.size() == 10)

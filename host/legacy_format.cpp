@@ -47,12 +47,12 @@ constexpr std::string_view kLongTime = "h:nn:ss AM/PM";
 constexpr std::string_view kMediumTime = "hh:nn AM/PM";
 constexpr std::string_view kShortTime = "hh:nn";
 
-// The general form: the date alone at midnight, the time alone on day 0, else both.
+// The general form: the time alone on day 0, the date alone at midnight, else both.
 std::string generalDate(const Date& date) {
   bool hasTime = date.timePart() != 0.0;
   bool hasDate = date.datePart().serial != 0.0;
-  if (!hasTime) return formatDate(date, kShortDate);
   if (!hasDate) return formatDate(date, kLongTime);
+  if (!hasTime) return formatDate(date, kShortDate);
   return formatDate(date, kShortDate) + " " + formatDate(date, kLongTime);
 }
 
