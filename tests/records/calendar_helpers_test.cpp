@@ -53,10 +53,15 @@ TEST_F(BestTimeInCalendar, TakesTheFirstGapThatIsLongEnough) {
   book("Dockets", 7, "09:00", "10:00");
   book("Dockets", 7, "11:30", "12:00");
   book("Dockets", 7, "12:30", "16:00");
-  EXPECT_EQ(best(1), "10:00");  // 10:00 to 11:30 holds an hour
-  EXPECT_EQ(best(0.5f), "10:00");
-  EXPECT_EQ(best(1.5f), "10:00");
-  EXPECT_EQ(best(0.75f), "10:00");
+  EXPECT_EQ(best(1), "10:00");     // 10:00 to 11:30 holds an hour
+  EXPECT_EQ(best(1.5f), "10:00");  // and exactly an hour and a half
+}
+
+TEST_F(BestTimeInCalendar, MovesPastAGapThatIsTooShort) {
+  book("Dockets", 7, "09:00", "10:00");
+  book("Dockets", 7, "10:30", "11:00");
+  book("Dockets", 7, "12:30", "13:00");
+  EXPECT_EQ(best(1.5f), "11:00");
 }
 
 TEST_F(BestTimeInCalendar, FallsBackToNineWhenNothingFits) {
