@@ -406,7 +406,8 @@ std::string formatDate(const Date& date, std::string_view pattern) {
 }
 
 std::string formatNumber(double value, std::string_view pattern) {
-  if (pattern.empty() || sameText(pattern, "General Number")) return generalNumber(value);
+  if (!std::isfinite(value) || pattern.empty() || sameText(pattern, "General Number"))
+    return generalNumber(value);
   if (sameText(pattern, "Currency")) return formatNumber(value, "$#,##0.00;($#,##0.00)");
   if (sameText(pattern, "Fixed")) return formatNumber(value, "0.00");
   if (sameText(pattern, "Standard")) return formatNumber(value, "#,##0.00");

@@ -65,14 +65,5 @@ TEST(DateUtilitiesArithmetic, CountsMinuteBoundariesAndComparesWithinASecond) {
   EXPECT_FALSE(DateUtilities::datesAreEqual(start, DateUtilities::addSeconds(start, 1)));
 }
 
-TEST(DateUtilitiesNames, MonthAndWeekdayNames) {
-  EXPECT_EQ(DateUtilities::monthName(9), "September");
-  EXPECT_EQ(DateUtilities::monthName(9, true), "Sep");
-  EXPECT_EQ(DateUtilities::monthName(13), "");
-  EXPECT_EQ(DateUtilities::weekdayName(1), "Sunday");
-  EXPECT_EQ(DateUtilities::monthFromName("SEPT"), 9);
-  EXPECT_EQ(DateUtilities::monthFromName("Decem"), 0);
-}
-
 }  // namespace
 }  // namespace lf
