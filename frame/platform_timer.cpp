@@ -30,11 +30,11 @@ long SetTimer(long intervalMs, TimerProc proc) {
   if (intervalMs < 1) intervalMs = 1;
   int fd = timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC);
   if (fd < 0) return 0;
-  itimerspec spec{};
-  spec.it_interval.tv_sec = intervalMs / 1000;
-  spec.it_interval.tv_nsec = (intervalMs % 1000) * 1000000L;
-  spec.it_value = spec.it_interval;
-  if (timerfd_settime(fd, 0, &spec, nullptr) != 0) {
+  itimerspec setting{};
+  setting.it_interval.tv_sec = intervalMs / 1000;
+  setting.it_interval.tv_nsec = (intervalMs % 1000) * 1000000L;
+  setting.it_value = setting.it_interval;
+  if (timerfd_settime(fd, 0, &setting, nullptr) != 0) {
     close(fd);
     return 0;
   }
