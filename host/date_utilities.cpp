@@ -23,11 +23,19 @@ std::string lower(std::string_view text) {
   return out;
 }
 
-bool isWeekdayWord(const std::string& word) {
-  for (const char* name : kWeekdays) {
-    std::string full = lower(name);
-    if (word == full || word == full.substr(0, 3)) return true;
-  }
+// A full or three-letter name, compared without regard to case.
+bool isNameOrAbbreviation(std::string_view word, std::string_view name) {
+  if (word.size() != 3 && word.size() != name.size()) return false;
+  for (size_t i = 0; i < word.size(); ++i)
+    if (std::tolower(static_cast<unsigned char>(word[i])) !=
+        std::tolower(static_cast<unsigned char>(name[i])))
+      return false;
+  return true;
+}
+
+bool isWeekdayWord(std::string_view word) {
+  for (const char* name : kWeekdays)
+    if (isNameOrAbbreviation(word, name)) return true;
   return false;
 }
 
@@ -142,12 +150,9 @@ std::string DateUtilities::weekdayName(int weekday, bool abbreviate) {
 }
 
 int DateUtilities::monthFromName(std::string_view name) {
-  std::string word = lower(name);
-  if (word == "sept") return 9;
-  for (int m = 1; m <= 12; ++m) {
-    std::string full = lower(kMonths[static_cast<size_t>(m - 1)]);
-    if (word == full || word == full.substr(0, 3)) return m;
-  }
+  if (lower(name) == "sept") return 9;
+  for (int m = 1; m <= 12; ++m)
+    if (isNameOrAbbreviation(name, kMonths[static_cast<size_t>(m - 1)])) return m;
   return 0;
 }
 

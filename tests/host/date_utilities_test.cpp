@@ -24,6 +24,7 @@ TEST(DateUtilitiesParse, ReadsTheFormsTheImportsMeet) {
   EXPECT_EQ(parsed("31/12/2010"), eve);
   // The business text import builds "Dec, 31 2010" from a year end written "Dec31".
   EXPECT_EQ(parsed("Dec, 31 2010"), eve);
+  EXPECT_EQ(parsed("Sept 5 2012"), "2012-09-05 00:00:00");
 }
 
 TEST(DateUtilitiesParse, ReadsAnOptionalTime) {
@@ -36,8 +37,9 @@ TEST(DateUtilitiesParse, ReadsAnOptionalTime) {
 }
 
 TEST(DateUtilitiesParse, RefusesWhatIsNoDate) {
-  for (const char* text : {"31st of the 31st month", "", "   ", "abc", "2010-02-30", "13/13/2010",
-                           "12/31/2010 25:00", "1.5", "12345", "Dec 31, 2010 9:75", "2010"})
+  for (const char* text :
+       {"31st of the 31st month", "", "   ", "abc", "2010-02-30", "13/13/2010", "12/31/2010 25:00",
+        "1.5", "12345", "Decem 5 2012", "Dec 31, 2010 9:75", "2010"})
     EXPECT_FALSE(DateUtilities::isValidDateText(text)) << text;
   EXPECT_TRUE(DateUtilities::isValidDateText("2012-02-29"));
   EXPECT_FALSE(DateUtilities::isValidDateText("2011-02-29"));
