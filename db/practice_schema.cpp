@@ -29,7 +29,9 @@ constexpr std::string_view kMoney = "CURRENCY";
 constexpr std::string_view kDouble = "DOUBLE";
 constexpr std::string_view kText = "TEXT COLLATE NOCASE";
 
-std::string quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
+// Names stand unquoted: none is an SQL keyword, and the statements pass through the service's
+// statement translator, which reads double quotes as string delimiters.
+std::string identifier(std::string_view name) { return std::string(name); }
 
 // One table under construction: its column definitions and the column lists of its indexes.
 class TableDef {
@@ -56,7 +58,7 @@ class TableDef {
   // A read-only column that always holds the value of another one: the host's table carries
   // the same number under a second name that some statements search by.
   TableDef& alias(std::string_view column, std::string_view of) {
-    columns_.push_back(quoted(column) + " INTEGER GENERATED ALWAYS AS (" + quoted(of) +
+    columns_.push_back(identifier(column) + " INTEGER GENERATED ALWAYS AS (" + identifier(of) +
                        ") VIRTUAL");
     return *this;
   }
@@ -69,7 +71,7 @@ class TableDef {
   const std::string& name() const { return name_; }
 
   void appendStatements(std::vector<std::string>& out) const {
-    std::string create = "CREATE TABLE " + quoted(name_) + " (";
+    std::string create = "CREATE TABLE " + identifier(name_) + " (";
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       if (i > 0) create += ", ";
       create += columns_[i];
@@ -81,16 +83,16 @@ class TableDef {
       for (std::size_t i = 0; i < columns.size(); ++i) {
         indexName += "_" + columns[i];
         if (i > 0) list += ", ";
-        list += quoted(columns[i]);
+        list += identifier(columns[i]);
       }
-      out.push_back("CREATE INDEX " + quoted(indexName) + " ON " + quoted(name_) + " (" + list +
+      out.push_back("CREATE INDEX " + identifier(indexName) + " ON " + identifier(name_) + " (" + list +
                     ")");
     }
   }
 
  private:
   TableDef& add(std::string_view column, std::string_view type) {
-    columns_.push_back(quoted(column) + " " + std::string(type));
+    columns_.push_back(identifier(column) + " " + std::string(type));
     return *this;
   }
   TableDef& add(std::initializer_list<std::string_view> columns, std::string_view type) {

@@ -3,6 +3,8 @@
 // statements have run, with the declared types the database service converts by.
 #include "db/practice_schema.hpp"
 
+#include "db/sqlite_database.hpp"
+
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
@@ -338,6 +340,16 @@ TEST(PracticeSchemaStatements, EachElementIsExactlyOneStatement) {
     sqlite3_finalize(stmt);
   }
   sqlite3_close(db);
+}
+
+// The statements also pass through the database service's statement translator, which is how
+// a stand-alone practice database is made.
+TEST(PracticeSchemaStatements, RunThroughTheDatabaseService) {
+  lf::SqliteDatabase db;
+  db.createNew(":memory:");
+  for (const auto& statement : lf::practiceSchemaStatements())
+    ASSERT_NO_THROW(db.executeStatement(statement)) << statement;
+  for (const auto& table : lf::practiceTableNames()) EXPECT_TRUE(db.hasTable(table)) << table;
 }
 
 TEST_F(PracticeSchemaTest, DeclaredTypesFollowTheConversionConvention) {
