@@ -2,6 +2,8 @@
 // chooses the word for a partnership.
 #include "records/enumerations.hpp"
 
+#include <initializer_list>
+
 #include "frame/failure.hpp"
 #include "frame/module_state.hpp"
 #include "frame/procedure.hpp"
@@ -17,32 +19,41 @@ LocaleService& locale() {
   return *service;
 }
 
+// The word of a number, or the default word when the number has none.
+struct Word {
+  long number;
+  const char* text;
+};
+
+std::string wordOf(long number, std::initializer_list<Word> words, const char* otherwise) {
+  for (const Word& w : words)
+    if (w.number == number) return w.text;
+  return otherwise;
+}
+
 }  // namespace
 
 std::string getCompanyTypeStringFromCompanyTypeNum(long companyType) {
   std::string result = "Unknown";
   procedure("nvImportlf6.dll-modDatabaseFunctions-getCompanyTypeStringFromCompanyTypeNum", [&] {
-    switch (companyType) {
-      case 1: result = "Corporation"; break;
-      case 2: result = "Sole Proprietorship"; break;
-      case 3: {
-        const int mode = locale().getCountryMode();
-        if (mode == 1) {
-          result = "Partnership";
-        } else if (mode == 2) {
-          result = "General Partnership";
-        }
-        break;
-      }
-      case 4: result = "Non Profit"; break;
-      case 5: result = "Trust"; break;
-      case 6: result = "Joint Venture"; break;
-      case 7: result = "S Corporation"; break;
-      case 8: result = "LLP"; break;
-      case 9: result = "LLC"; break;
-      case 10: result = "Fiduciary"; break;
-      default: result = "Unknown"; break;
+    if (companyType == 3) {
+      // A mode other than 1 or 2 leaves "Unknown".
+      const int mode = locale().getCountryMode();
+      if (mode == 1) result = "Partnership";
+      if (mode == 2) result = "General Partnership";
+      return;
     }
+    result = wordOf(companyType,
+                    {{1, "Corporation"},
+                     {2, "Sole Proprietorship"},
+                     {4, "Non Profit"},
+                     {5, "Trust"},
+                     {6, "Joint Venture"},
+                     {7, "S Corporation"},
+                     {8, "LLP"},
+                     {9, "LLC"},
+                     {10, "Fiduciary"}},
+                    "Unknown");
   });
   return result;
 }
@@ -52,28 +63,24 @@ std::string getFinancialStatementsStringFromFinancialStatementsNum(long financia
   procedure(
       "nvImportlf6.dll-modDatabaseFunctions-getFinancialStatementsStringFromFinancialStatementsNum",
       [&] {
-        switch (financialStatements) {
-          case 2: result = "Compilation (NTR)"; break;
-          case 3: result = "Review Engagement"; break;
-          case 4: result = "Review Engagement with Differential Reporting"; break;
-          case 5: result = "Audit"; break;
-          default: result = "Not Specified"; break;
-        }
+        result = wordOf(financialStatements,
+                        {{2, "Compilation (NTR)"},
+                         {3, "Review Engagement"},
+                         {4, "Review Engagement with Differential Reporting"},
+                         {5, "Audit"}},
+                        "Not Specified");
       });
   return result;
 }
 
 std::string getRC59FormStatusStringFromRC59FormStatusNum(long status) {
   std::string result;
-  procedure("nvImportlf6.dll-modDatabaseFunctions-getRC59FormStatusStringFromRC59FormStatusNum",
-            [&] {
-              switch (status) {
-                case 1: result = "Awaiting Signature"; break;
-                case 2: result = "CRA Processing"; break;
-                case 3: result = "Completed"; break;
-                default: result = "Not Filed"; break;
-              }
-            });
+  procedure(
+      "nvImportlf6.dll-modDatabaseFunctions-getRC59FormStatusStringFromRC59FormStatusNum", [&] {
+        result =
+            wordOf(status, {{1, "Awaiting Signature"}, {2, "CRA Processing"}, {3, "Completed"}},
+                   "Not Filed");
+      });
   return result;
 }
 
@@ -81,11 +88,7 @@ std::string getRC59PermissionStringFromRC59PermissionNum(long permission) {
   std::string result;
   procedure("nvImportlf6.dll-modDatabaseFunctions-getRC59PermissionStringFromRC59PermissionNum",
             [&] {
-              switch (permission) {
-                case 1: result = "Full"; break;
-                case 2: result = "Limited"; break;
-                default: result = "None"; break;
-              }
+              result = wordOf(permission, {{1, "Full"}, {2, "Limited"}}, "None");
             });
   return result;
 }
@@ -94,31 +97,26 @@ std::string getGSTFilingMethodStringFromGSTFilingMethodNum(long method) {
   std::string result;
   procedure(
       "nvImportlf6.dll-modDatabaseFunctions-getGSTFilingMethodStringFromGSTFilingMethodNum", [&] {
-        switch (method) {
-          case 1: result = "Traditional"; break;
-          case 2: result = "Simple Method"; break;
-          case 3: result = "Quick Method"; break;
-          default: result = "Not Specified"; break;
-        }
+        result = wordOf(method, {{1, "Traditional"}, {2, "Simple Method"}, {3, "Quick Method"}},
+                        "Not Specified");
       });
   return result;
 }
 
 std::string getCorporationTypeStringFromCorporationTypeNum(long corporationType) {
   std::string result;
-  procedure(
-      "nvImportlf6.dll-modDatabaseFunctions-getCorporationTypeStringFromCorporationTypeNum", [&] {
-        result = corporationType == 1 ? "Regular Corporation" : "CCPC";
-      });
+  procedure("nvImportlf6.dll-modDatabaseFunctions-getCorporationTypeStringFromCorporationTypeNum",
+            [&] {
+              result = wordOf(corporationType, {{1, "Regular Corporation"}}, "CCPC");
+            });
   return result;
 }
 
 std::string getCorporationLevelStringFromCorporationLevelNum(long corporationLevel) {
   std::string result;
   procedure(
-      "nvImportlf6.dll-modDatabaseFunctions-getCorporationLevelStringFromCorporationLevelNum",
-      [&] {
-        result = corporationLevel == 2 ? "Provincial Corporation" : "Federal Corporation";
+      "nvImportlf6.dll-modDatabaseFunctions-getCorporationLevelStringFromCorporationLevelNum", [&] {
+        result = wordOf(corporationLevel, {{2, "Provincial Corporation"}}, "Federal Corporation");
       });
   return result;
 }

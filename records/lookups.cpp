@@ -34,11 +34,17 @@ ClientDropDownService& dropDown() {
   return *service;
 }
 
-bool blank(const Variant& value) { return GeneralUtilities::isBlank(value); }
+bool blank(const Variant& value) {
+  return GeneralUtilities::isBlank(value);
+}
 
-long toLong(const Variant& value) { return static_cast<long>(value.toLong()); }
+long toLong(const Variant& value) {
+  return static_cast<long>(value.toLong());
+}
 
-std::string text(long value) { return std::to_string(value); }
+std::string text(long value) {
+  return std::to_string(value);
+}
 
 bool validID(std::string_view id) {
   if (GeneralUtilities::isBlank(id)) return false;
@@ -68,6 +74,35 @@ constexpr const char* kBusinessFromUnitedStates =
     "ClientUSInfo.ClientUSInfoID) INNER JOIN CompaniesNotes ON Companies.CompanyID = "
     "CompaniesNotes.CompanyNum) INNER JOIN Clients ON Companies.CompanyID = Clients.CompanyIDNum ";
 
+// The WHERE clause of the main business selection by status; empty for all clients.
+std::string businessWhere(bool showOnly, short statusKind) {
+  if (showOnly) {
+    if (statusKind == 1)
+      return "WHERE ClientData.ShowThisClient = True AND ClientData.ActiveStatus=1";
+    if (statusKind == 2)
+      return "WHERE ClientData.ShowThisClient = True AND NOT ClientData.ActiveStatus=1";
+    if (statusKind == 3) return "WHERE ClientData.ShowThisClient = True ";
+    return "";
+  }
+  if (statusKind == 1) return "WHERE ClientData.ActiveStatus=1";
+  if (statusKind == 2) return "WHERE NOT ClientData.ActiveStatus=1";
+  return "";
+}
+
+std::string businessOrder(long sortOrder) {
+  if (sortOrder == 1) return "ORDER BY Companies.CompanyName;";
+  if (sortOrder == 2) return "ORDER BY Companies.CorporateName;";
+  if (sortOrder == 3 || sortOrder == 4)
+    return "ORDER BY Companies.ClientID, Companies.CompanyName;";
+  return ";";
+}
+
+std::string personalOrder(long sortOrder) {
+  if (sortOrder == 2) return "ORDER BY Contacts.FirstName, Contacts.LastName;";
+  if (sortOrder == 3) return "ORDER BY Contacts.LastName, Contacts.FirstName;";
+  return "ORDER BY Contacts.DisplayName;";
+}
+
 }  // namespace
 
 std::string getMainBusinessSQLString(bool showOnly, short statusKind, long clientDataID) {
@@ -88,34 +123,13 @@ std::string getMainBusinessSQLString(bool showOnly, short statusKind, long clien
       sql += kBusinessFromUnitedStates;
     }
 
-    std::string where;
-    if (showOnly) {
-      switch (statusKind) {
-        case 1: where = "WHERE ClientData.ShowThisClient = True AND ClientData.ActiveStatus=" + std::string("1"); break;
-        case 2: where = "WHERE ClientData.ShowThisClient = True AND NOT ClientData.ActiveStatus=" + std::string("1"); break;
-        case 3: where = "WHERE ClientData.ShowThisClient = True "; break;
-        default: break;
-      }
-    } else {
-      switch (statusKind) {
-        case 1: where = "WHERE ClientData.ActiveStatus=" + std::string("1"); break;
-        case 2: where = "WHERE NOT ClientData.ActiveStatus=" + std::string("1"); break;
-        default: break;
-      }
-    }
+    std::string where = businessWhere(showOnly, statusKind);
     if (clientDataID >= 0) {
       where += where.empty() ? "WHERE ClientData.ClientDataID=" + text(clientDataID)
                              : " AND ClientData.ClientDataID=" + text(clientDataID);
     }
     if (!where.empty()) sql += where + " ";
-
-    switch (dropDown().getSortOrderBusiness()) {
-      case 1: sql += "ORDER BY Companies.CompanyName;"; break;
-      case 2: sql += "ORDER BY Companies.CorporateName;"; break;
-      case 3:
-      case 4: sql += "ORDER BY Companies.ClientID, Companies.CompanyName;"; break;
-      default: sql += ";"; break;
-    }
+    sql += businessOrder(dropDown().getSortOrderBusiness());
     result = sql;
   });
   return result;
@@ -137,16 +151,9 @@ std::string getMainPersonalSQLString(short statusKind, long taxYear) {
         "PersonalTaxInfo.ContactNum) INNER JOIN PersonalTaxStatus ON Contacts.ContactID = "
         "PersonalTaxStatus.ContactNum ";
     sql += "WHERE PersonalTaxInfo.TaxYear=" + year + " AND PersonalTaxStatus.TaxYear=" + year + " ";
-    if (statusKind == 1) {
-      sql += "AND PersonalTaxStatus.ActiveStatus=" + std::string("1") + " ";
-    } else if (statusKind == 2) {
-      sql += "AND NOT PersonalTaxStatus.ActiveStatus=" + std::string("1") + " ";
-    }
-    switch (dropDown().getSortOrderPersonal()) {
-      case 2: sql += "ORDER BY Contacts.FirstName, Contacts.LastName;"; break;
-      case 3: sql += "ORDER BY Contacts.LastName, Contacts.FirstName;"; break;
-      default: sql += "ORDER BY Contacts.DisplayName;"; break;
-    }
+    if (statusKind == 1) sql += "AND PersonalTaxStatus.ActiveStatus=1 ";
+    if (statusKind == 2) sql += "AND NOT PersonalTaxStatus.ActiveStatus=1 ";
+    sql += personalOrder(dropDown().getSortOrderPersonal());
     result = sql;
   });
   return result;
@@ -159,7 +166,8 @@ long getClientDataIDFromCompanyID(long companyID) {
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ClientData.ClientDataID, ClientData.CompanyIDNum FROM ClientData "
-                      "WHERE CompanyIDNum=" + text(companyID) + ";",
+                      "WHERE CompanyIDNum=" +
+                          text(companyID) + ";",
                       kLockReadOnly);
     if (db->hasRecord(rs) && !blank(db->getField(rs, "ClientDataID")))
       result = toLong(db->getField(rs, "ClientDataID"));
@@ -174,7 +182,8 @@ long getCompanyIDFromClientDataID(long clientDataID) {
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ClientData.ClientDataID, ClientData.CompanyIDNum FROM ClientData "
-                      "WHERE ClientDataID=" + text(clientDataID) + ";",
+                      "WHERE ClientDataID=" +
+                          text(clientDataID) + ";",
                       kLockReadOnly);
     if (db->hasRecord(rs) && !blank(db->getField(rs, "CompanyIDNum")))
       result = toLong(db->getField(rs, "CompanyIDNum"));
@@ -208,8 +217,7 @@ bool validContactID(std::string_view id) {
 
 bool validCategoryID(std::string_view id) {
   bool result = false;
-  procedure("nvImportlf6.dll-modDatabaseFunctions-validCategoryID",
-            [&] { result = validID(id); });
+  procedure("nvImportlf6.dll-modDatabaseFunctions-validCategoryID", [&] { result = validID(id); });
   return result;
 }
 
@@ -221,8 +229,7 @@ bool validFirmID(std::string_view id) {
 
 bool validEmployeeID(std::string_view id) {
   bool result = false;
-  procedure("nvImportlf6.dll-modDatabaseFunctions-validEmployeeID",
-            [&] { result = validID(id); });
+  procedure("nvImportlf6.dll-modDatabaseFunctions-validEmployeeID", [&] { result = validID(id); });
   return result;
 }
 
@@ -232,7 +239,8 @@ void putPersonalTaxClientSummaryNotes(long contactID, long taxYear, const std::s
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT PersonalTaxClientSummary.* FROM PersonalTaxClientSummary WHERE "
-                      "PersonalTaxClientSummary.ContactNum=" + text(contactID) +
+                      "PersonalTaxClientSummary.ContactNum=" +
+                          text(contactID) +
                           " AND PersonalTaxClientSummary.TaxYear=" + text(taxYear) + ";",
                       kLockOptimistic);
     if (db->hasRecord(rs)) {
@@ -254,7 +262,8 @@ bool getShowProfileT1InfoInSummary(long taxYear) {
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT PersonalTaxDataImportInfo.* FROM PersonalTaxDataImportInfo WHERE "
-                      "TaxYear = " + text(taxYear) + ";",
+                      "TaxYear = " +
+                          text(taxYear) + ";",
                       kLockOptimistic);
     if (!db->hasRecord(rs)) {
       db->addNewRecord(rs);
@@ -295,7 +304,8 @@ void addNewUserIDToSearchesUserSpecificTable(long userID) {
     const std::string user = text(userID);
     RecordsetScope userSearches(*db,
                                 "SELECT SearchesUserSpecific.* FROM SearchesUserSpecific WHERE "
-                                "SearchesUserSpecific.UserIDNum=" + user + ";",
+                                "SearchesUserSpecific.UserIDNum=" +
+                                    user + ";",
                                 kLockOptimistic);
     RecordsetScope searches(*db, "SELECT Searches.* FROM Searches;", kLockReadOnly);
     if (!db->hasRecord(searches)) return;
@@ -324,7 +334,8 @@ bool checkIfPersonalTaxTaskOverdue(long contactID) {
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT PersonalTaxStatus.* FROM PersonalTaxStatus WHERE "
-                      "PersonalTaxStatus.ContactNum=" + text(contactID) + ";",
+                      "PersonalTaxStatus.ContactNum=" +
+                          text(contactID) + ";",
                       kLockOptimistic);
     if (!db->hasRecord(rs)) return;
     const Date today = Date::today();

@@ -39,13 +39,27 @@ bool validFirmID(std::string_view id);
 bool validEmployeeID(std::string_view id);
 
 // The same for an ID held as a number, as the callers mostly have it.
-inline bool validInvoiceID(long id) { return validInvoiceID(std::to_string(id)); }
-inline bool validClientID(long id) { return validClientID(std::to_string(id)); }
-inline bool validCompanyID(long id) { return validCompanyID(std::to_string(id)); }
-inline bool validContactID(long id) { return validContactID(std::to_string(id)); }
-inline bool validCategoryID(long id) { return validCategoryID(std::to_string(id)); }
-inline bool validFirmID(long id) { return validFirmID(std::to_string(id)); }
-inline bool validEmployeeID(long id) { return validEmployeeID(std::to_string(id)); }
+inline bool validInvoiceID(long id) {
+  return validInvoiceID(std::to_string(id));
+}
+inline bool validClientID(long id) {
+  return validClientID(std::to_string(id));
+}
+inline bool validCompanyID(long id) {
+  return validCompanyID(std::to_string(id));
+}
+inline bool validContactID(long id) {
+  return validContactID(std::to_string(id));
+}
+inline bool validCategoryID(long id) {
+  return validCategoryID(std::to_string(id));
+}
+inline bool validFirmID(long id) {
+  return validFirmID(std::to_string(id));
+}
+inline bool validEmployeeID(long id) {
+  return validEmployeeID(std::to_string(id));
+}
 
 // Stores the tax summary of a contact for a year in PersonalTaxClientSummary.PersonalTaxNotes,
 // adding the row when it is missing.

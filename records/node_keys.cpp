@@ -102,10 +102,17 @@ long getSelectedNodeIDFromString(std::string_view key) {
   long result = 0;
   procedure("nvImportlf6.dll-modDatabaseFunctions-getSelectedNodeIDFromString", [&] {
     switch (getSelectedMajorNodeTypeFromString(key)) {
-      case 1: result = getContactIDFromContactNodeKey(key); break;
-      case 2: result = toID(after(key, "Company:").value_or("")); break;
-      case 3: result = getCategoryIDFromCategoryNodeKey(key); break;
-      default: break;
+      case 1:
+        result = getContactIDFromContactNodeKey(key);
+        break;
+      case 2:
+        result = toID(after(key, "Company:").value_or(""));
+        break;
+      case 3:
+        result = getCategoryIDFromCategoryNodeKey(key);
+        break;
+      default:
+        break;
     }
   });
   return result;
@@ -115,10 +122,17 @@ std::string getSelectedNodeIDStringFromString(std::string_view key) {
   std::string result;
   procedure("nvImportlf6.dll-modDatabaseFunctions-getSelectedNodeIDStringFromString", [&] {
     switch (getSelectedMajorNodeTypeFromString(key)) {
-      case 1: result = getContactIDStringFromContactNodeKey(key); break;
-      case 2: result = after(key, "Company:").value_or(""); break;
-      case 3: result = getCategoryIDStringFromCategoryNodeKey(key); break;
-      default: break;
+      case 1:
+        result = getContactIDStringFromContactNodeKey(key);
+        break;
+      case 2:
+        result = after(key, "Company:").value_or("");
+        break;
+      case 3:
+        result = getCategoryIDStringFromCategoryNodeKey(key);
+        break;
+      default:
+        break;
     }
   });
   return result;

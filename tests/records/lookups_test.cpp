@@ -21,9 +21,10 @@ class LookupsTest : public testing::RecordFixture {
          name + "', 'Z" + name + "');");
     exec("INSERT INTO CompaniesNotes (CompanyNum) VALUES (" + id + ");");
     exec("INSERT INTO Clients (CompanyIDNum, ContactIDNum) VALUES (" + id + ", -1);");
-    exec("INSERT INTO ClientData (ClientDataID, CompanyIDNum, ActiveStatus, ShowThisClient) "
-         "VALUES (" + data + ", " + id + ", " + std::to_string(active) + ", " +
-         (show ? "True" : "False") + ");");
+    exec(
+        "INSERT INTO ClientData (ClientDataID, CompanyIDNum, ActiveStatus, ShowThisClient) "
+        "VALUES (" +
+        data + ", " + id + ", " + std::to_string(active) + ", " + (show ? "True" : "False") + ");");
     if (!withSatellites) return;
     for (const auto& [table, key] : std::vector<std::pair<std::string, std::string>>{
              {"AccountingServices", "AccountingServiceID"},
@@ -80,12 +81,14 @@ TEST_F(LookupsTest, UnitedStatesSelectionJoinsClientUSInfo) {
 }
 
 TEST_F(LookupsTest, MainPersonalSelectionNeedsAStatusRowOfTheYear) {
-  exec("INSERT INTO Contacts (ContactID, DisplayName, FirstName) VALUES (1, 'Mary Jones', 'Mary');");
+  exec(
+      "INSERT INTO Contacts (ContactID, DisplayName, FirstName) VALUES (1, 'Mary Jones', 'Mary');");
   exec("INSERT INTO Contacts (ContactID, DisplayName, FirstName) VALUES (2, 'Anna Bell', 'Anna');");
   exec("INSERT INTO Contacts (ContactID, DisplayName, FirstName) VALUES (3, 'Info Only', 'X');");
   exec("INSERT INTO PersonalTaxInfo (ContactNum, TaxYear) VALUES (1, 2010), (2, 2010), (3, 2010);");
-  exec("INSERT INTO PersonalTaxStatus (ContactNum, TaxYear, ActiveStatus) VALUES (1, 2010, 1), "
-       "(2, 2010, 2), (3, 2009, 1);");
+  exec(
+      "INSERT INTO PersonalTaxStatus (ContactNum, TaxYear, ActiveStatus) VALUES (1, 2010, 1), "
+      "(2, 2010, 2), (3, 2009, 1);");
   EXPECT_EQ(column(getMainPersonalSQLString(3, 2010), "DisplayName"),
             (Strings{"Anna Bell", "Mary Jones"}));
   EXPECT_EQ(column(getMainPersonalSQLString(1, 2010), "DisplayName"), (Strings{"Mary Jones"}));
@@ -121,11 +124,13 @@ TEST_F(LookupsTest, AnIDIsValidWhenNumericAndAboveZero) {
 }
 
 TEST_F(LookupsTest, OverdueFollowsTheDueDateExceptForStatusFive) {
-  exec("INSERT INTO PersonalTaxStatus (ContactNum, TaxYear, ReturnStatus, InHouseDueDate) "
-       "VALUES (1, 2008, 6, #2009-04-30#), (1, 2009, 5, #2010-04-30#), (1, 2099, 6, "
-       "#2100-04-30#);");
-  exec("INSERT INTO PersonalTaxStatus (ContactNum, TaxYear, ReturnStatus, ReturnDate) VALUES "
-       "(1, 2010, 6, #2011-04-30#);");
+  exec(
+      "INSERT INTO PersonalTaxStatus (ContactNum, TaxYear, ReturnStatus, InHouseDueDate) "
+      "VALUES (1, 2008, 6, #2009-04-30#), (1, 2009, 5, #2010-04-30#), (1, 2099, 6, "
+      "#2100-04-30#);");
+  exec(
+      "INSERT INTO PersonalTaxStatus (ContactNum, TaxYear, ReturnStatus, ReturnDate) VALUES "
+      "(1, 2010, 6, #2011-04-30#);");
   exec("INSERT INTO PersonalTaxStatus (ContactNum, TaxYear, ReturnStatus) VALUES (1, 2011, 6);");
   EXPECT_TRUE(checkIfPersonalTaxTaskOverdue(1));
   const std::string row = "SELECT * FROM PersonalTaxStatus WHERE ContactNum = 1 AND TaxYear = ";
@@ -141,10 +146,12 @@ TEST_F(LookupsTest, OverdueFollowsTheDueDateExceptForStatusFive) {
 }
 
 TEST_F(LookupsTest, TaxYearOfACategoryComesFromItselfOrAnAncestor) {
-  exec("INSERT INTO Categories (CategoryID, CategoryName, CategorySpecialCode) VALUES "
-       "(1, 'Personal 2010', 'TaxYear:2010');");
-  exec("INSERT INTO Categories (CategoryID, CategoryNum, CategoryName) VALUES (2, 1, 'A'), "
-       "(3, 2, 'B');");
+  exec(
+      "INSERT INTO Categories (CategoryID, CategoryName, CategorySpecialCode) VALUES "
+      "(1, 'Personal 2010', 'TaxYear:2010');");
+  exec(
+      "INSERT INTO Categories (CategoryID, CategoryNum, CategoryName) VALUES (2, 1, 'A'), "
+      "(3, 2, 'B');");
   exec("INSERT INTO Categories (CategoryID, CategorySpecialCode) VALUES (4, 'TaxYear:1850');");
   exec("INSERT INTO Categories (CategoryID, CategoryNum) VALUES (5, 6), (6, 5);");
   EXPECT_EQ(getPersonalTaxYearFromCategoryID(1), 2010);
@@ -199,7 +206,8 @@ TEST_F(LookupsTest, MissingServiceIsReportedUnderTheProcedureLabel) {
   moduleState().clientDropDownCtrlReference = nullptr;
   EXPECT_EQ(getMainBusinessSQLString(false, 3, -1), "");
   ASSERT_EQ(errors.errors.size(), 1u);
-  EXPECT_EQ(errors.errors[0].source, "nvImportlf6.dll-modDatabaseFunctions-getMainBusinessSQLString");
+  EXPECT_EQ(errors.errors[0].source,
+            "nvImportlf6.dll-modDatabaseFunctions-getMainBusinessSQLString");
   EXPECT_EQ(errors.errors[0].number, 91);
 }
 
