@@ -1,0 +1,112 @@
+// The engine the four sync sources share: the source database connection, the duplicate
+// finders, the progress dialog of a run, the per-record write group, the stage counters of
+// the run report, and the scans and blank-tested reads every stage uses.
+//
+// A source engine (clsImportTPSInformation and its like) derives from it and holds its own
+// tables, statements, field maps and words.
+//
+// Every source record is synchronised inside one write group of the practice database: its
+// target rows, satellites, summaries and its cross-reference row are committed together when
+// the record ends, also when it ends by a failure. A written record stays written (nothing
+// spans more than one record), and a process killed during a record leaves none of it, so a
+// re-run finds each record either complete with its cross-reference or not at all.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "host/duplicate_finder.hpp"
+#include "host/run_report.hpp"
+
+namespace lf {
+
+class DatabaseService;
+class ProgressDialog;
+class DocketObject;
+class WorkCodeObject;
+
+// What a stage did with one source record.
+enum class SyncOutcome { Created, Updated, Skipped };
+
+class SyncEngine {
+ public:
+  SyncEngine();
+  virtual ~SyncEngine();
+  SyncEngine(const SyncEngine&) = delete;
+  SyncEngine& operator=(const SyncEngine&) = delete;
+
+  // --- Source database --------------------------------------------------------------------
+  // The source database object, null before a location was set.
+  DatabaseService* sourceDatabase() const { return source_.get(); }
+  // Makes the source database object; a SqliteDatabase unless replaced (tests).
+  std::function<std::unique_ptr<DatabaseService>()> makeSourceDatabase;
+
+  // --- Host objects -----------------------------------------------------------------------
+  DuplicateFinder& companyFinder() { return *companyFinder_; }
+  DuplicateFinder& contactFinder() { return *contactFinder_; }
+  void setDuplicateFinders(std::unique_ptr<DuplicateFinder> company,
+                           std::unique_ptr<DuplicateFinder> contact);
+  // Makes a docket object and a work code object (practice implementations by default).
+  std::function<std::unique_ptr<DocketObject>()> makeDocketObject;
+  std::function<std::unique_ptr<WorkCodeObject>()> makeWorkCodeObject;
+
+  // --- Run report -------------------------------------------------------------------------
+  // Counters of each stage go to this report when set; otherwise to the engine's own.
+  void setRunReport(RunReport* report) { report_ = report; }
+  StageCounters& stageCounters(const std::string& stage);
+  const std::map<std::string, StageCounters>& ownCounters() const { return ownCounters_; }
+
+  // Called by the event pump of every record (the host's window procedure in a host).
+  std::function<void()> eventPump;
+
+ protected:
+  // The seven steps of opening a source database; false with the message
+  // "The user wizard was not able to access the database and needs to close." when the
+  // database did not open. failedToInitializeFlag follows the result.
+  bool openSourceDatabase(const std::string& location, bool& failedToInitializeFlag);
+  void closeSourceDatabase();
+
+  // Shows the progress dialog with the caption and runs startProgress inside it, or runs it
+  // directly when showProgress is false.
+  void runUnderProgress(bool showProgress, const std::string& caption,
+                        const std::function<void()>& startProgress);
+  ProgressDialog* progress() const { return progress_.get(); }
+  void setProgressMaximum(long maximum);
+  void setProgressCaption(bool showProgress, const std::string& caption);
+  // Advances the bar by one (getValue, setValue).
+  void stepProgress(bool showProgress);
+  void pumpEvents(int times);
+
+  // Runs one source record of a stage inside its write group: counts it as read, counts the
+  // outcome the body gives, or a failure (handed to the procedure's handler; action 1 goes
+  // on with the next record).
+  void syncRecord(const std::string& stage, const std::function<SyncOutcome()>& body);
+
+  // A full scan: hasRecord, then until isEOF: the row, moveNext.
+  static void scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row);
+  // The field as text, or empty when it is blank.
+  static std::string readText(DatabaseService& db, std::int32_t handle, std::string_view field);
+  // The field as a boolean; false when blank.
+  static bool readBool(DatabaseService& db, std::int32_t handle, std::string_view field);
+
+  std::unique_ptr<DatabaseService> source_;
+
+ private:
+  void recordFinished();
+
+  std::unique_ptr<DuplicateFinder> companyFinder_;
+  std::unique_ptr<DuplicateFinder> contactFinder_;
+  std::unique_ptr<ProgressDialog> progress_;
+  RunReport* report_ = nullptr;
+  std::map<std::string, StageCounters> ownCounters_;
+  // Test hook: LFIMPORT_KILL_AT_RECORD=N kills the process with SIGKILL inside the N-th
+  // record of the run, after its writes and before they are committed.
+  long killAtRecord_ = 0;
+  long recordsStarted_ = 0;
+};
+
+}  // namespace lf
