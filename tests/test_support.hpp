@@ -42,6 +42,29 @@ class RecordingErrorService : public ErrorService {
   int reported = 0;
 };
 
+// A recording error service that installs itself as the module's errorClass for its lifetime.
+class InstalledErrorService : public RecordingErrorService {
+ public:
+  explicit InstalledErrorService(int action = kErrorResumeNext) : RecordingErrorService(action) {
+    ModuleState& state = moduleState();
+    savedService_ = state.errorClass;
+    savedIsSet_ = state.errorClassIsSet;
+    state.errorClass = this;
+    state.errorClassIsSet = true;
+  }
+  ~InstalledErrorService() override {
+    ModuleState& state = moduleState();
+    state.errorClass = savedService_;
+    state.errorClassIsSet = savedIsSet_;
+  }
+  InstalledErrorService(const InstalledErrorService&) = delete;
+  InstalledErrorService& operator=(const InstalledErrorService&) = delete;
+
+ private:
+  ErrorService* savedService_ = nullptr;
+  bool savedIsSet_ = false;
+};
+
 // Message box that records messages and questions and answers from a queue (default yes).
 class RecordingMessageBox : public MessageBox {
  public:

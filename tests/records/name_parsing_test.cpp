@@ -10,12 +10,12 @@
 #include "db/practice_schema.hpp"
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
-#include "tests/support/recording_error_service.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
 
-using testing::RecordingErrorService;
+using testing::InstalledErrorService;
 
 PersonNameParts parts(std::string prefix, std::string first, std::string middle, std::string last,
                       std::string display) {
@@ -126,10 +126,10 @@ TEST(ContactName, BlankStringHasNoResult) {
 }
 
 TEST(ContactName, CouplePrefixFaultResumesWithEmptySecondPrefix) {
-  RecordingErrorService errors(kErrorResumeNext);
+  InstalledErrorService errors(kErrorResumeNext);
   const ContactNameFields f = parseNameForContactFields("Mr and Mrs Smith");
   ASSERT_EQ(errors.errors.size(), 1u);
-  EXPECT_EQ(errors.reports, 1);
+  EXPECT_EQ(errors.reported, 1);
   EXPECT_EQ(errors.errors[0].number, 9);
   EXPECT_EQ(errors.errors[0].source,
             "Ledgerfolio.exe-modDatabaseClientFunctions-parseNameForContact");
@@ -140,17 +140,17 @@ TEST(ContactName, CouplePrefixFaultResumesWithEmptySecondPrefix) {
 }
 
 TEST(ContactName, CouplePrefixFaultLeavesLeadingBlankWord) {
-  RecordingErrorService errors(kErrorResumeNext);
+  InstalledErrorService errors(kErrorResumeNext);
   const ContactNameFields f = parseNameForContactFields("Mr and Ms Smith");
-  EXPECT_EQ(errors.reports, 1);
+  EXPECT_EQ(errors.reported, 1);
   EXPECT_EQ(f.contact, parts("Mr", "", "", "Smith", "Smith"));
 }
 
 TEST(ContactName, CouplePrefixFaultWithoutResumeGivesNothingToWrite) {
   {
-    RecordingErrorService errors(kErrorLeaveProcedure);
+    InstalledErrorService errors(kErrorLeaveProcedure);
     EXPECT_FALSE(parseNameForContactFields("Mr and Mrs Smith").hasResult);
-    EXPECT_EQ(errors.reports, 1);
+    EXPECT_EQ(errors.reported, 1);
   }
   // No error service at all: the procedure leaves silently.
   EXPECT_FALSE(parseNameForContactFields("Mr and Mrs Smith").hasResult);
@@ -201,22 +201,22 @@ TEST_F(NameWritingTest, SharedSurnameAndCommaForm) {
 }
 
 TEST_F(NameWritingTest, CouplePrefixFaultResumesAndWrites) {
-  RecordingErrorService errors(kErrorResumeNext);
+  InstalledErrorService errors(kErrorResumeNext);
   parseNameForContact(7, "Mr and Mrs Smith");
-  EXPECT_EQ(errors.reports, 1);
+  EXPECT_EQ(errors.reported, 1);
   EXPECT_EQ(row(7),
             (std::vector<std::string>{"Mr", "s", "", "Smith", "s Smith", "", "", "", "", ""}));
 }
 
 TEST_F(NameWritingTest, CouplePrefixFaultLeftWritesNothing) {
-  RecordingErrorService errors(kErrorLeaveProcedure);
+  InstalledErrorService errors(kErrorLeaveProcedure);
   parseNameForContact(7, "Mr and Mrs Smith");
-  EXPECT_EQ(errors.reports, 1);
+  EXPECT_EQ(errors.reported, 1);
   EXPECT_EQ(row(7), untouched());
 }
 
 TEST_F(NameWritingTest, NothingWrittenForBlanksMissingRowOrClosedDatabase) {
-  RecordingErrorService errors(kErrorResumeNext);
+  InstalledErrorService errors(kErrorResumeNext);
   parseNameForContact(7, "     ");
   EXPECT_EQ(row(7), untouched());
 
@@ -228,7 +228,7 @@ TEST_F(NameWritingTest, NothingWrittenForBlanksMissingRowOrClosedDatabase) {
   addSpouseNameToContact(7, "Mary Smith");
   moduleState().DatabaseReference = &db;
   EXPECT_EQ(row(7), untouched());
-  EXPECT_EQ(errors.reports, 0);
+  EXPECT_EQ(errors.reported, 0);
 }
 
 TEST_F(NameWritingTest, SpouseAloneWritesOnlySpouseColumns) {

@@ -4,12 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/recording_error_service.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
 
-using testing::RecordingErrorService;
+using testing::InstalledErrorService;
 
 struct Parsed {
   std::string Street, City, Province, PostalCode;
@@ -127,7 +127,7 @@ TEST(AddressWithoutCommas, WithSpacesFillsOnlyOpenFields) {
 }
 
 TEST(AddressWithoutCommas, NoTokenLeftForCityFaultsAndKeepsWhatWasSet) {
-  RecordingErrorService errors(kErrorResumeNext);
+  InstalledErrorService errors(kErrorResumeNext);
   AddressFields f;
   f.Street = "before";
   bool city = false, province = false, postal = false;
