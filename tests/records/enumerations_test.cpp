@@ -1,18 +1,27 @@
 // The words of the enumerated client columns.
 #include "records/enumerations.hpp"
 
-#include "tests/records/record_fixture.hpp"
+#include "host/practice_host_services.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
 
-using EnumerationsTest = testing::RecordFixture;
+class EnumerationsTest : public testing::PracticeDatabaseTest {
+ protected:
+  void countryMode(int mode) {
+    HostOverrides overrides;
+    overrides.countryMode = mode;
+    locale = std::make_unique<PracticeLocale>(*db, overrides);
+    moduleState().LocaleReference = locale.get();
+  }
+};
 
 TEST_F(EnumerationsTest, PartnershipWordDependsOnTheCountryMode) {
   EXPECT_EQ(getCompanyTypeStringFromCompanyTypeNum(3), "Partnership");
-  locale.countryMode = 2;
+  countryMode(2);
   EXPECT_EQ(getCompanyTypeStringFromCompanyTypeNum(3), "General Partnership");
-  locale.countryMode = 5;
+  countryMode(5);
   EXPECT_EQ(getCompanyTypeStringFromCompanyTypeNum(3), "Unknown");
   EXPECT_EQ(getCompanyTypeStringFromCompanyTypeNum(1), "Corporation");
   EXPECT_EQ(getCompanyTypeStringFromCompanyTypeNum(10), "Fiduciary");

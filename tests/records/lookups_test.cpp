@@ -2,16 +2,40 @@
 // pick the right rows, IDs convert both ways, and the per-year and per-user rows are kept.
 #include "records/lookups.hpp"
 
+#include "db/practice_database.hpp"
 #include "records/export_folders.hpp"
-#include "tests/records/record_fixture.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
 
 using Strings = std::vector<std::string>;
 
-class LookupsTest : public testing::RecordFixture {
+class LookupsTest : public testing::PracticeDatabaseTest {
  protected:
+  void exec(const std::string& sql) { db->executeStatement(sql); }
+
+  // One field of every row, as text, in the statement's order.
+  Strings column(const std::string& sql, const std::string& field) {
+    Strings out;
+    std::int32_t h = db->openRecordset(sql, kCursorKeyset, kLockReadOnly);
+    if (db->hasRecord(h)) {
+      for (; !db->isEOF(h); db->moveNext(h)) out.push_back(db->getField(h, field).toString());
+    }
+    db->closeRecordset(h);
+    return out;
+  }
+
+  // Changes a setting of the stand-alone host and makes the services read it again.
+  void hostSetting(const std::string& name, const std::string& setting,
+                   const HostOverrides& overrides = {}) {
+    writeHostSetting(*db, name, setting);
+    locale = std::make_unique<PracticeLocale>(*db, overrides);
+    dropDown = std::make_unique<PracticeClientDropDown>(*db, overrides);
+    moduleState().LocaleReference = locale.get();
+    moduleState().clientDropDownCtrlReference = dropDown.get();
+  }
+
   // A business client with its whole family; the client-data ID is the company ID + 100.
   void addBusinessClient(long company, const std::string& name, int active, bool show,
                          bool withSatellites = true) {
@@ -47,7 +71,6 @@ TEST_F(LookupsTest, MainBusinessSelectionFiltersByStatusShowFlagAndClient) {
   addBusinessClient(1, "Cole Inc.", 1, true);
   addBusinessClient(2, "Acme Ltd", 2, false);
   addBusinessClient(3, "Baker LLP", 1, false);
-  dropDown.sortOrderBusiness = 1;
   EXPECT_EQ(businessNames(false, 3), (Strings{"Acme Ltd", "Baker LLP", "Cole Inc."}));
   EXPECT_EQ(businessNames(false, 1), (Strings{"Baker LLP", "Cole Inc."}));
   EXPECT_EQ(businessNames(false, 2), (Strings{"Acme Ltd"}));
@@ -55,11 +78,11 @@ TEST_F(LookupsTest, MainBusinessSelectionFiltersByStatusShowFlagAndClient) {
   EXPECT_EQ(businessNames(true, 2), Strings{});
   EXPECT_EQ(businessNames(false, 3, 102), (Strings{"Acme Ltd"}));
   EXPECT_EQ(businessNames(true, 1, 101), (Strings{"Cole Inc."}));
-  dropDown.sortOrderBusiness = 2;
+  hostSetting("SortOrderBusiness", "2");
   EXPECT_EQ(businessNames(false, 3).front(), "Acme Ltd");
   EXPECT_NE(getMainBusinessSQLString(false, 3, -1).find("ORDER BY Companies.CorporateName;"),
             std::string::npos);
-  dropDown.sortOrderBusiness = 0;
+  hostSetting("SortOrderBusiness", "0");
   EXPECT_EQ(getMainBusinessSQLString(false, 3, -1).back(), ';');
   EXPECT_EQ(getMainBusinessSQLString(false, 3, -1).find("ORDER BY"), std::string::npos);
 }
@@ -71,7 +94,7 @@ TEST_F(LookupsTest, CompanyWithAMissingSatelliteDropsOutOfTheMainSelection) {
 }
 
 TEST_F(LookupsTest, UnitedStatesSelectionJoinsClientUSInfo) {
-  locale.countryMode = 2;
+  hostSetting("CountryMode", "2");
   addBusinessClient(1, "Acme LLC", 1, true);
   const std::string sql = getMainBusinessSQLString(false, 3, -1);
   EXPECT_NE(sql.find("ClientUSInfo.*"), std::string::npos);
@@ -94,12 +117,12 @@ TEST_F(LookupsTest, MainPersonalSelectionNeedsAStatusRowOfTheYear) {
   EXPECT_EQ(column(getMainPersonalSQLString(1, 2010), "DisplayName"), (Strings{"Mary Jones"}));
   EXPECT_EQ(column(getMainPersonalSQLString(2, 2010), "DisplayName"), (Strings{"Anna Bell"}));
   // A year outside 1951 to 3999 is replaced by the locale's current tax year.
-  locale.taxYear = 2009;
+  hostSetting("CurrentTaxYear", "2009");
   EXPECT_NE(getMainPersonalSQLString(3, 1950).find("PersonalTaxInfo.TaxYear=2009 "),
             std::string::npos);
   EXPECT_NE(getMainPersonalSQLString(3, 4000).find("PersonalTaxStatus.TaxYear=2009 "),
             std::string::npos);
-  dropDown.sortOrderPersonal = 2;
+  hostSetting("SortOrderPersonal", "2");
   EXPECT_EQ(column(getMainPersonalSQLString(3, 2010), "ContactID"), (Strings{"2", "1"}));
 }
 
@@ -110,6 +133,7 @@ TEST_F(LookupsTest, ClientDataAndCompanyIDsConvertBothWays) {
   EXPECT_EQ(getClientDataIDFromCompanyID(8), 0);
   moduleState().DatabaseReference = nullptr;
   EXPECT_EQ(getCompanyIDFromClientDataID(107), 0);
+  moduleState().DatabaseReference = db.get();
 }
 
 TEST_F(LookupsTest, AnIDIsValidWhenNumericAndAboveZero) {
@@ -146,19 +170,17 @@ TEST_F(LookupsTest, OverdueFollowsTheDueDateExceptForStatusFive) {
 }
 
 TEST_F(LookupsTest, TaxYearOfACategoryComesFromItselfOrAnAncestor) {
-  exec(
-      "INSERT INTO Categories (CategoryID, CategoryName, CategorySpecialCode) VALUES "
-      "(1, 'Personal 2010', 'TaxYear:2010');");
-  exec(
-      "INSERT INTO Categories (CategoryID, CategoryNum, CategoryName) VALUES (2, 1, 'A'), "
-      "(3, 2, 'B');");
-  exec("INSERT INTO Categories (CategoryID, CategorySpecialCode) VALUES (4, 'TaxYear:1850');");
-  exec("INSERT INTO Categories (CategoryID, CategoryNum) VALUES (5, 6), (6, 5);");
-  EXPECT_EQ(getPersonalTaxYearFromCategoryID(1), 2010);
-  EXPECT_EQ(getPersonalTaxYearFromCategoryID(3), 2010);
-  EXPECT_EQ(getPersonalTaxYearFromCategoryID(4), 0);
-  EXPECT_EQ(getPersonalTaxYearFromCategoryID(5), 0);  // a loop in the data ends
-  EXPECT_EQ(getPersonalTaxYearFromCategoryID(99), 0);
+  exec("INSERT INTO Categories (CategoryID, CategoryName, CategorySpecialCode) VALUES "
+       "(101, 'Personal 2010', 'TaxYear:2010');");
+  exec("INSERT INTO Categories (CategoryID, CategoryNum, CategoryName) VALUES (102, 101, 'A'), "
+       "(103, 102, 'B');");
+  exec("INSERT INTO Categories (CategoryID, CategorySpecialCode) VALUES (104, 'TaxYear:1850');");
+  exec("INSERT INTO Categories (CategoryID, CategoryNum) VALUES (105, 106), (106, 105);");
+  EXPECT_EQ(getPersonalTaxYearFromCategoryID(101), 2010);
+  EXPECT_EQ(getPersonalTaxYearFromCategoryID(103), 2010);
+  EXPECT_EQ(getPersonalTaxYearFromCategoryID(104), 0);
+  EXPECT_EQ(getPersonalTaxYearFromCategoryID(105), 0);  // a loop in the data ends
+  EXPECT_EQ(getPersonalTaxYearFromCategoryID(999), 0);
 }
 
 TEST_F(LookupsTest, NewUserGetsOneRowPerSearch) {
@@ -173,10 +195,11 @@ TEST_F(LookupsTest, NewUserGetsOneRowPerSearch) {
 }
 
 TEST_F(LookupsTest, AdministratorLookupAnswersAnExistingAdministratorOnly) {
-  exec("INSERT INTO AccountantEmployeeInfo (ContactID, UserLevel) VALUES (4, 2);");
+  exec("UPDATE AccountantEmployeeInfo SET UserLevel = 2;");
+  exec("INSERT INTO AccountantEmployeeInfo (ContactID, UserLevel) VALUES (40, 2);");
   EXPECT_EQ(forceFirstUserToBeAnAdminUser(), 0);
-  exec("INSERT INTO AccountantEmployeeInfo (ContactID, UserLevel) VALUES (5, 1);");
-  EXPECT_EQ(forceFirstUserToBeAnAdminUser(), 5);
+  exec("INSERT INTO AccountantEmployeeInfo (ContactID, UserLevel) VALUES (50, 1);");
+  EXPECT_EQ(forceFirstUserToBeAnAdminUser(), 50);
 }
 
 TEST_F(LookupsTest, YearRowsAreAddedOnceAndKept) {
@@ -185,27 +208,33 @@ TEST_F(LookupsTest, YearRowsAreAddedOnceAndKept) {
   EXPECT_EQ(column("SELECT * FROM PersonalTaxClientSummary;", "PersonalTaxNotes"),
             (Strings{"second"}));
   EXPECT_FALSE(getShowProfileT1InfoInSummary(2010));
-  EXPECT_EQ(value("SELECT COUNT(*) AS n FROM PersonalTaxDataImportInfo;", "n").toLong(), 1);
+  EXPECT_EQ(count("SELECT * FROM PersonalTaxDataImportInfo WHERE TaxYear = 2010;"), 1);
   exec("UPDATE PersonalTaxDataImportInfo SET ShowProfileT1InfoInSummary = True;");
   EXPECT_TRUE(getShowProfileT1InfoInSummary(2010));
 }
 
 TEST_F(LookupsTest, ExportLocationsArePerUserAndPerProduct) {
-  EXPECT_EQ(getCANTAXT1Folder(), "");
-  EXPECT_EQ(value("SELECT COUNT(*) AS n FROM UserGeneralSettings;", "n").toLong(), 1);
+  const std::string rows = "SELECT * FROM UserGeneralSettings;";
+  const long before = count(rows);
   putCANTAXT1Folder("/exports/t1.txt");
   putCANTAXT2Folder("/exports/t2.txt");
   EXPECT_EQ(getCANTAXT1Folder(), "/exports/t1.txt");
   EXPECT_EQ(getCANTAXT2Folder(), "/exports/t2.txt");
-  locale.userID = 4;
+  EXPECT_EQ(count(rows), before);
+  // Another user starts without a location and gets a row of its own.
+  HostOverrides otherUser;
+  otherUser.currentUserID = 44;
+  hostSetting("Unused", "", otherUser);
   EXPECT_EQ(getCANTAXT1Folder(), "");
-  EXPECT_EQ(value("SELECT COUNT(*) AS n FROM UserGeneralSettings;", "n").toLong(), 2);
+  EXPECT_EQ(count(rows), before + 1);
+  EXPECT_EQ(value("SELECT * FROM UserGeneralSettings WHERE UserIDNum = 44;", "UserIDNum").toLong(),
+            44);
 }
 
 TEST_F(LookupsTest, MissingServiceIsReportedUnderTheProcedureLabel) {
   moduleState().clientDropDownCtrlReference = nullptr;
   EXPECT_EQ(getMainBusinessSQLString(false, 3, -1), "");
-  ASSERT_EQ(errors.errors.size(), 1u);
+  ASSERT_EQ(errors.errors.size(), 1u);  // no statement to resume after: the procedure leaves
   EXPECT_EQ(errors.errors[0].source,
             "nvImportlf6.dll-modDatabaseFunctions-getMainBusinessSQLString");
   EXPECT_EQ(errors.errors[0].number, 91);
