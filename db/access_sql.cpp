@@ -1,6 +1,8 @@
 // Tokenizer and rewriter of Access-dialect SQL.
 #include "db/access_sql.hpp"
 
+#include <sqlite3.h>
+
 #include <array>
 #include <cctype>
 #include <cstdio>
@@ -262,6 +264,10 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
         t.kind = Tok::Number;
       } else if (u == "DISTINCTROW") {
         t.text = "DISTINCT";
+      } else if (i > 0 && tokens[i - 1].text == "." &&
+                 sqlite3_keyword_check(t.text.c_str(), static_cast<int>(t.text.size())) != 0) {
+        // A column named by an SQL keyword (ClientContacts.Primary) is an identifier here.
+        t.text = "\"" + t.text + "\"";
       } else if (u == "LIKE" && i + 1 < tokens.size() && tokens[i + 1].kind == Tok::String) {
         bool escape = false;
         tokens[i + 1].text = likePattern(tokens[i + 1].text, escape);

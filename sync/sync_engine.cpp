@@ -18,6 +18,27 @@
 
 namespace lf {
 
+RowAccess::RowAccess(DatabaseService& db, std::int32_t handle, std::string_view keyColumn,
+                     long key, const std::string& oneRowSql)
+    : db_(db), handle_(handle) {
+  const std::string k = std::to_string(key);
+  if (handle != 0 && db.isRecordsetOpen(handle) && db.findRecord(handle, keyColumn, k)) {
+    found_ = true;
+    return;
+  }
+  ownHandle_ = db.openRecordset(oneRowSql, kCursorKeyset, kLockOptimistic);
+  handle_ = ownHandle_;
+  found_ = db.findRecord(ownHandle_, keyColumn, k);
+}
+
+RowAccess::~RowAccess() {
+  if (ownHandle_ == 0) return;
+  try {
+    if (db_.isRecordsetOpen(ownHandle_)) db_.closeRecordset(ownHandle_);
+  } catch (...) {
+  }
+}
+
 SyncEngine::SyncEngine()
     : companyFinder_(std::make_unique<PracticeDuplicateFinder>(PracticeDuplicateFinder::Company)),
       contactFinder_(std::make_unique<PracticeDuplicateFinder>(PracticeDuplicateFinder::Contact)) {

@@ -29,6 +29,28 @@ class ProgressDialog;
 class DocketObject;
 class WorkCodeObject;
 
+// The row of a key in an open recordset; when the row was added by another route after the
+// recordset was opened (the client-record creators, the docket object), a one-row recordset
+// of the same columns is opened for it instead of re-reading the whole table, and closed
+// with this object. Writes through either handle reach every open recordset holding the row.
+class RowAccess {
+ public:
+  RowAccess(DatabaseService& db, std::int32_t handle, std::string_view keyColumn, long key,
+            const std::string& oneRowSql);
+  ~RowAccess();
+  RowAccess(const RowAccess&) = delete;
+  RowAccess& operator=(const RowAccess&) = delete;
+  bool found() const { return found_; }
+  std::int32_t handle() const { return handle_; }
+  operator std::int32_t() const { return handle_; }
+
+ private:
+  DatabaseService& db_;
+  std::int32_t handle_ = 0;
+  std::int32_t ownHandle_ = 0;
+  bool found_ = false;
+};
+
 // What a stage did with one source record.
 enum class SyncOutcome { Created, Updated, Skipped };
 
@@ -60,6 +82,13 @@ class SyncEngine {
   StageCounters& stageCounters(const std::string& stage);
   const std::map<std::string, StageCounters>& ownCounters() const { return ownCounters_; }
 
+  // A full scan: hasRecord, then until isEOF: the row, moveNext.
+  static void scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row);
+  // The field as text, or empty when it is blank.
+  static std::string readText(DatabaseService& db, std::int32_t handle, std::string_view field);
+  // The field as a boolean; false when blank.
+  static bool readBool(DatabaseService& db, std::int32_t handle, std::string_view field);
+
   // Called by the event pump of every record (the host's window procedure in a host).
   std::function<void()> eventPump;
 
@@ -86,12 +115,6 @@ class SyncEngine {
   // on with the next record).
   void syncRecord(const std::string& stage, const std::function<SyncOutcome()>& body);
 
-  // A full scan: hasRecord, then until isEOF: the row, moveNext.
-  static void scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row);
-  // The field as text, or empty when it is blank.
-  static std::string readText(DatabaseService& db, std::int32_t handle, std::string_view field);
-  // The field as a boolean; false when blank.
-  static bool readBool(DatabaseService& db, std::int32_t handle, std::string_view field);
 
   std::unique_ptr<DatabaseService> source_;
 
