@@ -81,6 +81,13 @@ void addNoteItem(std::string& note, const std::string& item) {
   note += kCrLf;
 }
 
+// Updated when the record was known and is written again, created when it is new, skipped
+// when the creator wrote nothing (its result is no record).
+SyncOutcome outcomeOf(long known, long result) {
+  if (result <= 0) return SyncOutcome::Skipped;
+  return known > 0 ? SyncOutcome::Updated : SyncOutcome::Created;
+}
+
 // The person fields of a source contact (staff members and contacts of business clients).
 void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts,
                               DatabaseService& db, std::int32_t target) {
@@ -142,7 +149,7 @@ void clsImportTPSInformation::importTPSUsers() {
         const long employee = createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID_, known);
         xref_.saveEmployeeIDAndTPSEmployeeID(employee, id);
         anyDone = true;
-        return known > 0 ? SyncOutcome::Updated : SyncOutcome::Created;
+        return outcomeOf(known, employee);
       });
       pumpEvents(2);
     });
@@ -204,7 +211,7 @@ void clsImportTPSInformation::importTPSInvoiceParagraphs() {
         const long known = xref_.getInvoiceItemIDFromTPSParagraphID(id);
         const long item = createNewTPSParagraphAsInvoiceItemInLedgerfolio(id, known);
         xref_.saveInvoiceItemIDAndTPSParagraphID(item, id);
-        return known > 0 ? SyncOutcome::Updated : SyncOutcome::Created;
+        return outcomeOf(known, item);
       });
       stepProgress(showProgress_);
       pumpEvents(2);
@@ -442,7 +449,7 @@ void clsImportTPSInformation::importTPSBusinessClients() {
           rec::saveCompanyRTF(company);
           rec::saveCompanyContactRTF(company, rec::getDefaultContactIDFromCompanyID(company));
         }
-        return existed ? SyncOutcome::Updated : SyncOutcome::Created;
+        return outcomeOf(existed ? 1 : -1, company);
       });
       stepProgress(showProgress_);
       pumpEvents(2);
@@ -464,7 +471,7 @@ void clsImportTPSInformation::importTPSPersonalClients() {
         const bool existed = contact != -1;
         contact = createNewTPSClientAsContactInLedgerfolio(key, contact, -1, category);
         xref_.saveContactIDAndTPSClientID(contact, key);
-        return existed ? SyncOutcome::Updated : SyncOutcome::Created;
+        return outcomeOf(existed ? 1 : -1, contact);
       });
       stepProgress(showProgress_);
       pumpEvents(2);
@@ -769,7 +776,7 @@ void clsImportTPSInformation::importTPSInvoices() {
         if (options_.importOnlyNewEntries && known >= 0) return SyncOutcome::Skipped;
         const long invoice = createNewTPSInvoiceAsInvoiceInLedgerfolio(id, known);
         xref_.saveInvoiceIDAndTPSInvoiceID(invoice, id);
-        return known >= 0 ? SyncOutcome::Updated : SyncOutcome::Created;
+        return outcomeOf(known, invoice);
       });
       stepProgress(showProgress_);
       pumpEvents(2);
@@ -884,7 +891,7 @@ void clsImportTPSInformation::importTPSDeposits() {
         const long deposit = createNewTPSDepositAsDepositInLedgerfolio(id, known);
         source.setPosition(rsPaymentQuery, position);
         xref_.saveDepositIDAndTPSDepositID(deposit, id);
-        return known != -1 ? SyncOutcome::Updated : SyncOutcome::Created;
+        return outcomeOf(known, deposit);
       });
       stepProgress(showProgress_);
       pumpEvents(2);
@@ -966,11 +973,11 @@ void clsImportTPSInformation::importTPSTimeEntries() {
         if (id.empty()) return SyncOutcome::Skipped;
         long docket = xref_.getDocketIDFromTPSTimeID(id);
         if (options_.importOnlyNewEntries && docket != -1) return SyncOutcome::Skipped;
-        const bool known = docket != -1;
+        const long known = docket;
         long company = -1, contact = -1;
         docket = createNewTPSTimeAsDocketInLedgerfolio(id, docket, company, contact);
         xref_.saveDocketIDAndTPSTimeID(docket, id);
-        return known ? SyncOutcome::Updated : SyncOutcome::Created;
+        return outcomeOf(known, docket);
       });
       stepProgress(showProgress_);
       pumpEvents(2);
