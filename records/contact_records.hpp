@@ -7,7 +7,9 @@
 // reverse link (one level deep), and a company link settles the company's default contact.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace lf {
 
@@ -43,5 +45,11 @@ bool doesContactNameAlreadyExistForThisCompany(std::string_view fullName, long c
 // (2 unless `userLevel` is above 2) and a colour by the number of users before, and the
 // user's search rows. Answers the ContactID of the last row made; 0 when none was made.
 long addAccountantEmployee(std::string_view fullName, long firmCompanyID, long userLevel);
+
+// The names addAccountantEmployee makes from a name string: a couple title ("Mr & Mrs") is
+// cut out as the input writes it and split at its "&"; "Last, First" is turned round; a "&"
+// then gives two names, the first taking the surname of the second when it has a single
+// word, each with its title in front.
+std::vector<std::string> splitAccountantEmployeeNames(std::string_view fullName);
 
 }  // namespace lf

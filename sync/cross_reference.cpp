@@ -1,54 +1,60 @@
-// The cross-reference tables of the sync engines: get and save on the five open recordsets
-// of one firm.
+// The cross-reference get and save operations, once for all sources.
 #include "sync/cross_reference.hpp"
 
 #include <string>
+#include <string_view>
 
 #include "db/database_service.hpp"
+#include "db/variant.hpp"
 #include "frame/module_state.hpp"
+#include "frame/platform_timer.hpp"
 #include "frame/procedure.hpp"
 #include "host/general_utilities.hpp"
+#include "host/legacy_text.hpp"
 
 namespace lf {
 namespace {
 
-struct KindColumns {
-  std::int32_t CrossReferenceTables::*table;
-  std::string ledgerfolio;
-  const std::string CrossReferenceWords::*source;
+// The recordset and the two columns of one kind of pair.
+struct PairColumns {
+  std::int32_t CrossReferenceTables::*handle;
+  std::string_view ledgerfolioColumn;
+  const std::string& sourceColumn;
 };
 
-KindColumns columnsOf(CrossReferenceKind kind) {
-  using T = CrossReferenceTables;
-  using W = CrossReferenceWords;
+PairColumns pairColumns(const CrossReferenceWords& w, CrossReferenceKind kind) {
   switch (kind) {
     case CrossReferenceKind::Employee:
-      return {&T::userEntries, "UserIDNum", &W::userIDColumn};
+      return {&CrossReferenceTables::userEntries, "UserIDNum", w.userIDColumn};
     case CrossReferenceKind::CompanyClient:
-      return {&T::clients, "CompanyID", &W::clientIDColumn};
+      return {&CrossReferenceTables::clients, "CompanyID", w.clientIDColumn};
     case CrossReferenceKind::ContactClient:
-      return {&T::clients, "ContactID", &W::clientIDColumn};
+      return {&CrossReferenceTables::clients, "ContactID", w.clientIDColumn};
     case CrossReferenceKind::ContactContact:
-      return {&T::clients, "ContactID", &W::contactIDColumn};
+      return {&CrossReferenceTables::clients, "ContactID", w.contactIDColumn};
     case CrossReferenceKind::InvoiceItem:
-      return {&T::workCodeEntries, "InvoiceItemIDNum", &W::paragraphIDColumn};
+      return {&CrossReferenceTables::workCodeEntries, "InvoiceItemIDNum", w.paragraphIDColumn};
     case CrossReferenceKind::BillingCategory:
-      return {&T::workCodeEntries, "BillingCategoryIDNum", &W::billingCategoryIDColumn};
+      return {&CrossReferenceTables::workCodeEntries, "BillingCategoryIDNum", w.billingCategoryIDColumn};
     case CrossReferenceKind::Workcode:
-      return {&T::workCodeEntries, "WorkcodeIDNum", &W::workcodeIDColumn};
+      return {&CrossReferenceTables::workCodeEntries, "WorkcodeIDNum", w.workcodeIDColumn};
     case CrossReferenceKind::Invoice:
-      return {&T::invoiceEntries, "InvoiceIDNum", &W::invoiceIDColumn};
+      return {&CrossReferenceTables::invoiceEntries, "InvoiceIDNum", w.invoiceIDColumn};
     case CrossReferenceKind::Deposit:
-      return {&T::invoiceEntries, "DepositIDNum", &W::cashIDColumn};
+      return {&CrossReferenceTables::invoiceEntries, "DepositIDNum", w.cashIDColumn};
     case CrossReferenceKind::Docket:
-      return {&T::timeEntries, "DocketIDNum", &W::timeIDColumn};
+      break;
   }
-  return {&T::clients, "CompanyID", &W::clientIDColumn};
+  return {&CrossReferenceTables::timeEntries, "DocketIDNum", w.timeIDColumn};
 }
 
-void pump(int times) {
-  (void)times;  // the stand-alone host has no window to keep alive
+// Keeps the host's window alive during long runs; it has no other effect.
+void pumpEvents(int times) {
+  for (int i = 0; i < times; ++i) pumpTimerEvents(0);
 }
+
+// An ID as the legacy run-time converts a stored value to a 32-bit integer.
+long toLongID(const Variant& value) { return static_cast<long>(value.toLong()); }
 
 }  // namespace
 
@@ -96,7 +102,8 @@ const CrossReferenceWords& balabossCrossReferenceWords() {
 
 const CrossReferenceWords& bill4TimeCrossReferenceWords() {
   static const CrossReferenceWords words = [] {
-    CrossReferenceWords w = CrossReferenceWords::forSource("Balaboss", "clsImportBill4TimeInfo");
+    CrossReferenceWords w = CrossReferenceWords::forSource("Balaboss", "clsImportBill4Time");
+    w.sourceWord = "Bill4Time";
     return w;
   }();
   return words;
@@ -112,154 +119,145 @@ std::string CrossReferenceTables::selectStatement(std::string_view table,
 }
 
 void CrossReferenceTables::open(std::string_view firmID, DatabaseService* db) {
+  close();
   db_ = db != nullptr ? db : moduleState().DatabaseReference;
   firmID_ = std::string(firmID);
-  auto openOne = [&](const std::string& table) {
-    return db_->openRecordset(selectStatement(table, firmID), kCursorKeyset, kLockOptimistic);
+  if (db_ == nullptr) return;
+  auto openTable = [&](const std::string& table) {
+    return db_->openRecordset(selectStatement(table, firmID_), kCursorKeyset, kLockOptimistic);
   };
-  userEntries = openOne(words_.userEntriesTable);
-  clients = openOne(words_.clientsTable);
-  invoiceEntries = openOne(words_.invoiceEntriesTable);
-  timeEntries = openOne(words_.timeEntriesTable);
-  workCodeEntries = openOne(words_.workCodeEntriesTable);
+  userEntries = openTable(words_.userEntriesTable);
+  clients = openTable(words_.clientsTable);
+  invoiceEntries = openTable(words_.invoiceEntriesTable);
+  timeEntries = openTable(words_.timeEntriesTable);
+  workCodeEntries = openTable(words_.workCodeEntriesTable);
 }
 
 void CrossReferenceTables::close() {
-  for (std::int32_t* h : {&userEntries, &clients, &invoiceEntries, &timeEntries, &workCodeEntries}) {
-    try {
-      if (db_ != nullptr && *h != 0 && db_->isRecordsetOpen(*h)) db_->closeRecordset(*h);
-    } catch (...) {
-    }
-    *h = 0;
+  for (std::int32_t* handle :
+       {&userEntries, &clients, &invoiceEntries, &timeEntries, &workCodeEntries}) {
+    ignoreErrors([&] {
+      if (db_ != nullptr && *handle != 0 && db_->isRecordsetOpen(*handle))
+        db_->closeRecordset(*handle);
+    });
+    *handle = 0;
   }
 }
+
+namespace {
+
+// The operation's name in the label: the TPS name with the source's word in its place.
+std::string procedureLabel(const CrossReferenceWords& words, std::string_view tpsName) {
+  return "Ledgerfolio.exe-" + words.engineClass + "-" +
+         replaceAll(tpsName, "TPS", words.sourceWord, false);
+}
+
+}  // namespace
 
 long CrossReferenceTables::getLedgerfolioID(CrossReferenceKind kind, std::string_view sourceID,
                                             int pumps) {
   long result = -1;
-  const KindColumns c = columnsOf(kind);
-  procedure("Ledgerfolio.exe-" + words_.engineClass + "-get" + c.ledgerfolio, [&] {
-    pump(pumps);
-    if (db_ == nullptr) return;
-    const std::int32_t h = this->*c.table;
-    if (!db_->findRecord(h, words_.*c.source, sourceID)) return;
-    Variant v = db_->getField(h, c.ledgerfolio);
-    if (GeneralUtilities::isBlank(v)) return;
-    result = static_cast<long>(v.toLong());
-  });
+  pumpEvents(pumps);
+  if (db_ == nullptr) return result;
+  const PairColumns pair = pairColumns(words_, kind);
+  const std::int32_t handle = this->*pair.handle;
+  if (!db_->findRecord(handle, pair.sourceColumn, sourceID)) return result;
+  const Variant value = db_->getField(handle, pair.ledgerfolioColumn);
+  if (!GeneralUtilities::isBlank(value)) result = toLongID(value);
   return result;
 }
 
 std::string CrossReferenceTables::getSourceID(CrossReferenceKind kind, long ledgerfolioID,
                                               int pumps) {
   std::string result;
-  const KindColumns c = columnsOf(kind);
-  procedure("Ledgerfolio.exe-" + words_.engineClass + "-getSourceIDOf" + c.ledgerfolio, [&] {
-    pump(pumps);
-    if (db_ == nullptr) return;
-    const std::int32_t h = this->*c.table;
-    if (!db_->findRecord(h, c.ledgerfolio, std::to_string(ledgerfolioID))) return;
-    Variant v = db_->getField(h, words_.*c.source);
-    if (GeneralUtilities::isBlank(v)) return;
-    result = v.toString();
-  });
+  pumpEvents(pumps);
+  if (db_ == nullptr) return result;
+  const PairColumns pair = pairColumns(words_, kind);
+  const std::int32_t handle = this->*pair.handle;
+  if (!db_->findRecord(handle, pair.ledgerfolioColumn, std::to_string(ledgerfolioID)))
+    return result;
+  const Variant value = db_->getField(handle, pair.sourceColumn);
+  if (!GeneralUtilities::isBlank(value)) result = value.toString();
   return result;
 }
 
 void CrossReferenceTables::save(CrossReferenceKind kind, long ledgerfolioID,
                                 std::string_view sourceID) {
-  const KindColumns c = columnsOf(kind);
-  procedure("Ledgerfolio.exe-" + words_.engineClass + "-save" + c.ledgerfolio, [&] {
-    pump(4);
-    if (db_ == nullptr) return;
-    const std::int32_t h = this->*c.table;
-    const std::string id = std::to_string(ledgerfolioID);
-    const std::string now = Date::now().toIso();
-    if (db_->findRecord(h, c.ledgerfolio, id)) {
-      db_->setField(h, words_.firmColumn, firmID_);
-      db_->setField(h, words_.*c.source, sourceID);
-      db_->setField(h, "DateLastSync", now);
-    } else {
-      db_->addNewRecord(h);
-      db_->setNewField(h, words_.firmColumn, firmID_);
-      db_->setNewField(h, c.ledgerfolio, id);
-      db_->setNewField(h, words_.*c.source, sourceID);
-      db_->setNewField(h, "DateLastSync", now);
-      db_->updateRecord(h);
-    }
-  });
+  pumpEvents(4);
+  if (db_ == nullptr) return;
+  const PairColumns pair = pairColumns(words_, kind);
+  const std::int32_t handle = this->*pair.handle;
+  const std::string id = std::to_string(ledgerfolioID);
+  const std::string now = Date::now().toIso();
+  if (db_->findRecord(handle, pair.ledgerfolioColumn, id)) {
+    db_->setField(handle, words_.firmColumn, firmID_);
+    db_->setField(handle, pair.sourceColumn, sourceID);
+    db_->setField(handle, "DateLastSync", now);
+    return;
+  }
+  db_->addNewRecord(handle);
+  db_->setNewField(handle, words_.firmColumn, firmID_);
+  db_->setNewField(handle, pair.ledgerfolioColumn, id);
+  db_->setNewField(handle, pair.sourceColumn, sourceID);
+  db_->setNewField(handle, "DateLastSync", now);
+  db_->updateRecord(handle);
 }
 
-long CrossReferenceTables::getEmployeeIDFromTPSEmployeeID(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::Employee, id, 6);
-}
-long CrossReferenceTables::getInvoiceItemIDFromTPSParagraphID(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::InvoiceItem, id);
-}
-long CrossReferenceTables::getBillingCategoryIDFromTPSServiceCategoryID(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::BillingCategory, id);
-}
-long CrossReferenceTables::getWorkcodeIDFromTPSWorkcodeID(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::Workcode, id);
-}
-long CrossReferenceTables::getInvoiceIDFromTPSInvoiceID(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::Invoice, id);
-}
-long CrossReferenceTables::getDepositIDFromTPSDepositID(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::Deposit, id);
-}
-long CrossReferenceTables::getDocketIDFromTPSTimeID(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::Docket, id);
-}
-long CrossReferenceTables::getCompanyIDFromTPSClientIDOnly(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::CompanyClient, id, 6);
-}
-long CrossReferenceTables::getContactIDFromTPSClientIDOnly(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::ContactClient, id);
-}
-long CrossReferenceTables::getContactIDFromTPSContactIDOnly(std::string_view id) {
-  return getLedgerfolioID(CrossReferenceKind::ContactContact, id);
-}
+// --- The operations by their TPS names ------------------------------------------------------
+// Each runs under its own label; a failed get keeps -1 and the caller takes the new-row path.
 
-long CrossReferenceTables::getTPSClientIDFromCompanyID(long companyID) {
-  const std::string id = getSourceID(CrossReferenceKind::CompanyClient, companyID);
-  return !id.empty() && GeneralUtilities::isNumeric(id) ? std::stol(id) : -1;
-}
-long CrossReferenceTables::getTPSClientIDFromContactID(long contactID) {
-  const std::string id = getSourceID(CrossReferenceKind::ContactClient, contactID);
-  return !id.empty() && GeneralUtilities::isNumeric(id) ? std::stol(id) : -1;
-}
+#define LF_CROSS_REFERENCE_GET(name, kind, pumps)                           \
+  long CrossReferenceTables::name(std::string_view sourceID) {              \
+    long result = -1;                                                       \
+    procedure(procedureLabel(words_, #name),                                \
+              [&] { result = getLedgerfolioID(kind, sourceID, pumps); });   \
+    return result;                                                          \
+  }
 
-void CrossReferenceTables::saveEmployeeIDAndTPSEmployeeID(long id, std::string_view source) {
-  save(CrossReferenceKind::Employee, id, source);
-}
-void CrossReferenceTables::saveCompanyIDAndTPSClientID(long id, std::string_view source) {
-  save(CrossReferenceKind::CompanyClient, id, source);
-}
-void CrossReferenceTables::saveContactIDAndTPSClientID(long id, std::string_view source) {
-  save(CrossReferenceKind::ContactClient, id, source);
-}
-void CrossReferenceTables::saveContactIDAndTPSContactID(long id, std::string_view source) {
-  save(CrossReferenceKind::ContactContact, id, source);
-}
-void CrossReferenceTables::saveInvoiceItemIDAndTPSParagraphID(long id, std::string_view source) {
-  save(CrossReferenceKind::InvoiceItem, id, source);
-}
-void CrossReferenceTables::saveBillingCategoryIDAndTPSServiceCategoryID(long id,
-                                                                        std::string_view source) {
-  save(CrossReferenceKind::BillingCategory, id, source);
-}
-void CrossReferenceTables::saveWorkcodeIDAndTPSWorkcodeID(long id, std::string_view source) {
-  save(CrossReferenceKind::Workcode, id, source);
-}
-void CrossReferenceTables::saveInvoiceIDAndTPSInvoiceID(long id, std::string_view source) {
-  save(CrossReferenceKind::Invoice, id, source);
-}
-void CrossReferenceTables::saveDepositIDAndTPSDepositID(long id, std::string_view source) {
-  save(CrossReferenceKind::Deposit, id, source);
-}
-void CrossReferenceTables::saveDocketIDAndTPSTimeID(long id, std::string_view source) {
-  save(CrossReferenceKind::Docket, id, source);
-}
+// The first operation of the family pumps six times, the others four.
+LF_CROSS_REFERENCE_GET(getEmployeeIDFromTPSEmployeeID, CrossReferenceKind::Employee, 6)
+LF_CROSS_REFERENCE_GET(getInvoiceItemIDFromTPSParagraphID, CrossReferenceKind::InvoiceItem, 4)
+LF_CROSS_REFERENCE_GET(getBillingCategoryIDFromTPSServiceCategoryID,
+                       CrossReferenceKind::BillingCategory, 4)
+LF_CROSS_REFERENCE_GET(getWorkcodeIDFromTPSWorkcodeID, CrossReferenceKind::Workcode, 4)
+LF_CROSS_REFERENCE_GET(getInvoiceIDFromTPSInvoiceID, CrossReferenceKind::Invoice, 4)
+LF_CROSS_REFERENCE_GET(getDepositIDFromTPSDepositID, CrossReferenceKind::Deposit, 4)
+LF_CROSS_REFERENCE_GET(getDocketIDFromTPSTimeID, CrossReferenceKind::Docket, 4)
+LF_CROSS_REFERENCE_GET(getCompanyIDFromTPSClientIDOnly, CrossReferenceKind::CompanyClient, 4)
+LF_CROSS_REFERENCE_GET(getContactIDFromTPSClientIDOnly, CrossReferenceKind::ContactClient, 4)
+LF_CROSS_REFERENCE_GET(getContactIDFromTPSContactIDOnly, CrossReferenceKind::ContactContact, 4)
+#undef LF_CROSS_REFERENCE_GET
+
+#define LF_CROSS_REFERENCE_REVERSE_GET(name, kind)                                          \
+  long CrossReferenceTables::name(long ledgerfolioID) {                                     \
+    long result = -1;                                                                       \
+    procedure(procedureLabel(words_, #name), [&] {                                          \
+      const std::string id = getSourceID(kind, ledgerfolioID, 4);                           \
+      if (!id.empty() && GeneralUtilities::isNumeric(id)) result = static_cast<long>(val(id)); \
+    });                                                                                     \
+    return result;                                                                          \
+  }
+
+LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromCompanyID, CrossReferenceKind::CompanyClient)
+LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromContactID, CrossReferenceKind::ContactClient)
+#undef LF_CROSS_REFERENCE_REVERSE_GET
+
+#define LF_CROSS_REFERENCE_SAVE(name, kind)                                              \
+  void CrossReferenceTables::name(long ledgerfolioID, std::string_view sourceID) {       \
+    procedure(procedureLabel(words_, #name), [&] { save(kind, ledgerfolioID, sourceID); }); \
+  }
+
+LF_CROSS_REFERENCE_SAVE(saveEmployeeIDAndTPSEmployeeID, CrossReferenceKind::Employee)
+LF_CROSS_REFERENCE_SAVE(saveCompanyIDAndTPSClientID, CrossReferenceKind::CompanyClient)
+LF_CROSS_REFERENCE_SAVE(saveContactIDAndTPSClientID, CrossReferenceKind::ContactClient)
+LF_CROSS_REFERENCE_SAVE(saveContactIDAndTPSContactID, CrossReferenceKind::ContactContact)
+LF_CROSS_REFERENCE_SAVE(saveInvoiceItemIDAndTPSParagraphID, CrossReferenceKind::InvoiceItem)
+LF_CROSS_REFERENCE_SAVE(saveBillingCategoryIDAndTPSServiceCategoryID,
+                        CrossReferenceKind::BillingCategory)
+LF_CROSS_REFERENCE_SAVE(saveWorkcodeIDAndTPSWorkcodeID, CrossReferenceKind::Workcode)
+LF_CROSS_REFERENCE_SAVE(saveInvoiceIDAndTPSInvoiceID, CrossReferenceKind::Invoice)
+LF_CROSS_REFERENCE_SAVE(saveDepositIDAndTPSDepositID, CrossReferenceKind::Deposit)
+LF_CROSS_REFERENCE_SAVE(saveDocketIDAndTPSTimeID, CrossReferenceKind::Docket)
+#undef LF_CROSS_REFERENCE_SAVE
 
 }  // namespace lf
