@@ -65,7 +65,7 @@ void writeParentAndSubsidiaries(RtfSummaryText& out, DatabaseService& db, std::i
              db.getField(subsidiaries, "CompanyName"));
     return;
   }
-  out.append(R"(\b Associated Subsidiary Companies\b0\par)");
+  out.heading(R"(\b Associated Subsidiary Companies\b0\par)");
   for (; !db.isEOF(subsidiaries); db.moveNext(subsidiaries))
     out.line("", db.getField(subsidiaries, "CompanyName"));
 }

@@ -53,7 +53,7 @@ void writeNameList(RtfSummaryText& out, DatabaseService& db, const std::string& 
     out.line(oneLabel, nameOf(rows));
     return;
   }
-  out.append(manyHeading);
+  out.heading(manyHeading);
   for (; !db.isEOF(rows); db.moveNext(rows)) out.line("", nameOf(rows));
 }
 

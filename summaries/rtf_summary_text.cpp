@@ -34,9 +34,19 @@ void RtfSummaryText::dateLine(std::string_view label, const Variant& value,
 
 void RtfSummaryText::block(std::string_view label, std::string_view text) {
   if (GeneralUtilities::isBlank(text)) return;
-  text_ += label;
+  // The label is a line of its own: the CR LF ends its "\par" before the text begins.
+  if (!label.empty()) {
+    text_ += label;
+    text_ += "\r\n";
+  }
   text_ += convertToRTF(text);
   text_ += kParLine;
+  written_ = true;
+}
+
+void RtfSummaryText::heading(std::string_view heading) {
+  text_ += heading;
+  text_ += "\r\n";
   written_ = true;
 }
 

@@ -3,7 +3,8 @@
 // written with it; the host reads the stored text as it stands.
 //
 // A line is its label, the value, "\par" and CR LF; a blank value writes nothing. A block is a
-// label that ends in "\par", the text with each CR LF followed by "\par ", then "\par" CR LF.
+// label line (a label that ends in "\par", then CR LF, which keeps "\par" apart from the text),
+// the text with each CR LF followed by "\par ", then "\par" CR LF.
 // A section break ("\par" CR LF) is written only when something was written since the last
 // one. Values are not escaped.
 #pragma once
@@ -31,8 +32,11 @@ class RtfSummaryText {
   void line(std::string_view label, const Variant& value);
   // A date value in the given Format() pattern, when it is a date.
   void dateLine(std::string_view label, const Variant& value, std::string_view pattern);
-  // label + the text made rich text + "\par" CR LF, when text is not blank.
+  // label + CR LF + the text made rich text + "\par" CR LF, when text is not blank. An empty
+  // label writes the text alone.
   void block(std::string_view label, std::string_view text);
+  // A heading that ends in "\par", as a line of its own (CR LF follows).
+  void heading(std::string_view heading);
   // Text written as it is; counts as something written.
   void append(std::string_view text);
 
