@@ -39,7 +39,7 @@ void saveCompanyContactSummary(long companyID, long contactID) {
 long checkForDefaultContact(long companyID, bool autoPick) {
   long result = 0;
   procedure(label("checkForDefaultContact"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ContactLinks.ContactIDNum, ContactLinks.CompanyNum, "
@@ -73,7 +73,7 @@ long checkForDefaultContact(long companyID, bool autoPick) {
 
 void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
   procedure(label("setContactAsDefault"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     {
       RecordsetScope rs(*db,
@@ -110,7 +110,7 @@ void setNoContactAsDefault(long companyID, bool noSummaries) {
 
 void updateDefaultContactInfo(long companyID) {
   procedure(label("updateDefaultContactInfo"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const long contactID = getDefaultContactIDFromCompanyID(companyID);
     RecordsetScope company(
@@ -147,7 +147,7 @@ void updateDefaultContactInfo(long companyID) {
 long getDefaultContactIDFromCompanyID(long companyID) {
   long result = 0;
   procedure(label("getDefaultContactIDFromCompanyID"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     bool hadRows = false;
     {
@@ -177,7 +177,7 @@ long getDefaultContactIDFromCompanyID(long companyID) {
 bool isContactDefaultContact(long companyID, long contactID) {
   bool result = false;
   procedure(label("isContactDefaultContact"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ContactLinks.ContactIDNum, ContactLinks.CompanyNum, "

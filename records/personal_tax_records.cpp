@@ -100,7 +100,7 @@ void addNewPersonalTaxClientForExistingContact(long contactID, long categoryID, 
                                                long activeStatus) {
   procedure(label("addNewPersonalTaxClientForExistingContact"), [&] {
     if (taxYear < 1900) taxYear = locale().getCurrentPersonalYear();
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string contact = text(contactID);
     const std::string year = text(taxYear);
@@ -140,7 +140,7 @@ std::string populateNewPersonalTaxListCustomColumns(long contactID, int customNu
                                                     long taxYear) {
   std::string result;
   procedure(label("populateNewPersonalTaxListCustomColumns"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string n = std::to_string(customNumber);
     long kind = 0;
@@ -189,7 +189,7 @@ std::string populateNewPersonalTaxListCustomColumns(long contactID, int customNu
 bool isContactPersonalTaxContactForTaxYear(long contactID, long taxYear) {
   bool result = false;
   procedure(label("isContactPersonalTaxContactForTaxYear"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string contact = text(contactID);
     const std::string year = text(taxYear);

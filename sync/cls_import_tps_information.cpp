@@ -11,12 +11,14 @@
 #include "host/general_utilities.hpp"
 #include "host/progress_dialog.hpp"
 #include "records/lookups.hpp"
+#include "sync/sync_record_calls.hpp"
 #include "sync/sync_values.hpp"
 
 namespace lf {
 
 clsImportTPSInformation::clsImportTPSInformation() : xref_(tpsCrossReferenceWords()) {
   defaultTPSImportDates(options_, Date::today());
+  syncrecords::installSummaryHooks();
   ModuleState& state = moduleState();
   if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
   if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();

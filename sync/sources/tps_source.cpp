@@ -190,8 +190,8 @@ long clsImportTPSInformation::createNewTPSEmployeeAsEmployeeInLedgerfolio(
               putField(db, row, "EmployeeType", readText(source, rsEmployees, "EmployeeType"));
               putField(db, row, "SocialInsuranceNumber", readText(source, rsEmployees, "SIN"));
               if (hasContact) writeSourceContactFields(source, rsContacts, db, row);
-              rec::saveContactBusinessRTF(result);
-              rec::saveContactPersonalRTF(result);
+              rec::saveEmployeeBusinessRTF(result);
+              rec::saveEmployeePersonalRTF(result);
             });
   return result;
 }
@@ -634,7 +634,7 @@ long clsImportTPSInformation::createNewTPSClientAsContactInLedgerfolio(
                          "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
       if (existing.found()) contact = contactID;
     }
-    if (contact == -1) contact = rec::addNewContact(name, -1, -1);
+    if (contact == -1) contact = rec::addNewContact(name);
     if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
     if (validCategoryID(category)) {
       rec::addContactLink(contact, category, -1);
@@ -696,7 +696,7 @@ long clsImportTPSInformation::createNewTPSContactAsContactInLedgerfolio(
                          "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
       if (existing.found()) contact = contactID;
     }
-    if (contact == -1) contact = rec::addNewContact(name, -1, -1);
+    if (contact == -1) contact = rec::addNewContact(name);
     rec::addContactLink(contact, -1, companyID);
     RowAccess row(db, rsTargetContacts, "ContactID", contact,
                   "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
