@@ -129,7 +129,7 @@ void SyncEngine::pumpEvents(int times) {
   for (int i = 0; i < times; ++i) eventPump();
 }
 
-void SyncEngine::recordFinished() {
+void SyncEngine::beforeCrossReference() {
   if (killAtRecord_ > 0 && recordsStarted_ == killAtRecord_) std::raise(SIGKILL);
 }
 
@@ -140,13 +140,11 @@ void SyncEngine::syncRecord(const std::string& stage, const std::function<SyncOu
   DatabaseService* db = moduleState().DatabaseReference;
   // Commits the record's rows however the record ends.
   struct WriteGroup {
-    SyncEngine& engine;
     DatabaseService* db;
-    explicit WriteGroup(SyncEngine& e, DatabaseService* d) : engine(e), db(d) {
+    explicit WriteGroup(DatabaseService* d) : db(d) {
       if (db != nullptr) db->beginWriteGroup();
     }
     ~WriteGroup() {
-      engine.recordFinished();
       if (db != nullptr) {
         try {
           db->endWriteGroup();
@@ -154,7 +152,7 @@ void SyncEngine::syncRecord(const std::string& stage, const std::function<SyncOu
         }
       }
     }
-  } group(*this, db);
+  } group(db);
   const long errorsBefore = report_ != nullptr ? report_->errorCount() : 0;
   bool failed = true;
   SyncOutcome outcome = SyncOutcome::Skipped;

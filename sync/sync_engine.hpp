@@ -118,8 +118,12 @@ class SyncEngine {
 
   std::unique_ptr<DatabaseService> source_;
 
+ protected:
+  // Called by a stage after a record's target rows are written and before its cross-reference
+  // row is saved: the point where an interrupted record would otherwise be half written.
+  void beforeCrossReference();
+
  private:
-  void recordFinished();
 
   std::unique_ptr<DuplicateFinder> companyFinder_;
   std::unique_ptr<DuplicateFinder> contactFinder_;
@@ -127,7 +131,7 @@ class SyncEngine {
   RunReport* report_ = nullptr;
   std::map<std::string, StageCounters> ownCounters_;
   // Test hook: LFIMPORT_KILL_AT_RECORD=N kills the process with SIGKILL inside the N-th
-  // record of the run, after its writes and before they are committed.
+  // record of the run, after its target rows are written and before its cross-reference is.
   long killAtRecord_ = 0;
   long recordsStarted_ = 0;
 };

@@ -147,6 +147,7 @@ void clsImportTPSInformation::importTPSUsers() {
         const long known = xref_.getEmployeeIDFromTPSEmployeeID(id);
         // Staff details are brought across on every run, whatever importOnlyNewEntries says.
         const long employee = createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID_, known);
+        beforeCrossReference();
         xref_.saveEmployeeIDAndTPSEmployeeID(employee, id);
         anyDone = true;
         return outcomeOf(known, employee);
@@ -210,6 +211,7 @@ void clsImportTPSInformation::importTPSInvoiceParagraphs() {
         if (id.empty()) return SyncOutcome::Skipped;
         const long known = xref_.getInvoiceItemIDFromTPSParagraphID(id);
         const long item = createNewTPSParagraphAsInvoiceItemInLedgerfolio(id, known);
+        beforeCrossReference();
         xref_.saveInvoiceItemIDAndTPSParagraphID(item, id);
         return outcomeOf(known, item);
       });
@@ -261,6 +263,7 @@ void clsImportTPSInformation::importTPSWorkCodes() {
         if (id.empty()) return SyncOutcome::Skipped;
         const long known = xref_.getBillingCategoryIDFromTPSServiceCategoryID(id);
         const long category = createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio(id, known);
+        beforeCrossReference();
         xref_.saveBillingCategoryIDAndTPSServiceCategoryID(category, id);
         return SyncOutcome::Skipped;
       });
@@ -272,6 +275,7 @@ void clsImportTPSInformation::importTPSWorkCodes() {
         if (id.empty()) return SyncOutcome::Skipped;
         const long known = xref_.getWorkcodeIDFromTPSWorkcodeID(id);
         const long workcode = createNewTPSWorkcodeAsWorkcodeInLedgerfolio(id, known);
+        beforeCrossReference();
         xref_.saveWorkcodeIDAndTPSWorkcodeID(workcode, id);
         return SyncOutcome::Skipped;
       });
@@ -424,6 +428,7 @@ void clsImportTPSInformation::importTPSBusinessClients() {
         if (options_.importOnlyNewEntries && !isNew) return SyncOutcome::Skipped;
         const bool existed = company != -1;
         company = createNewTPSClientAsCompanyInLedgerfolio(key, company);
+        beforeCrossReference();
         xref_.saveCompanyIDAndTPSClientID(company, key);
         if (validCompanyID(company) && options_.useTPSDatabase && sourceDatabase() != nullptr) {
           DatabaseService& source = *sourceDatabase();
@@ -438,6 +443,7 @@ void clsImportTPSInformation::importTPSBusinessClients() {
                 long contact = getContactIDFromTPSContactID(contactKey, contactCheck, contactIsNew);
                 if (!(options_.importOnlyNewEntries && !contactIsNew)) {
                   contact = createNewTPSContactAsContactInLedgerfolio(contactKey, company, contact);
+                  beforeCrossReference();
                   xref_.saveContactIDAndTPSContactID(contact, contactKey);
                   if (primary) rec::setContactAsDefault(contact, company);
                 }
@@ -470,6 +476,7 @@ void clsImportTPSInformation::importTPSPersonalClients() {
         if (options_.importOnlyNewEntries && !isNew) return SyncOutcome::Skipped;
         const bool existed = contact != -1;
         contact = createNewTPSClientAsContactInLedgerfolio(key, contact, -1, category);
+        beforeCrossReference();
         xref_.saveContactIDAndTPSClientID(contact, key);
         return outcomeOf(existed ? 1 : -1, contact);
       });
@@ -747,12 +754,14 @@ void clsImportTPSInformation::clientOfSourceRow(const std::string& tpsClientID, 
   if (answer == kAnswerYes) {
     companyID = getCompanyIDFromTPSClientID(tpsClientID, check, isNew);
     companyID = createNewTPSClientAsCompanyInLedgerfolio(tpsClientID, companyID);
+    beforeCrossReference();
     xref_.saveCompanyIDAndTPSClientID(companyID, tpsClientID);
     contactID = -1;
   } else {
     companyID = -1;
     contactID = getContactIDFromTPSClientID(tpsClientID, check, isNew);
     contactID = createNewTPSClientAsContactInLedgerfolio(tpsClientID, contactID, -1, -1);
+    beforeCrossReference();
     xref_.saveContactIDAndTPSClientID(contactID, tpsClientID);
   }
 }
@@ -775,6 +784,7 @@ void clsImportTPSInformation::importTPSInvoices() {
         const long known = xref_.getInvoiceIDFromTPSInvoiceID(id);
         if (options_.importOnlyNewEntries && known >= 0) return SyncOutcome::Skipped;
         const long invoice = createNewTPSInvoiceAsInvoiceInLedgerfolio(id, known);
+        beforeCrossReference();
         xref_.saveInvoiceIDAndTPSInvoiceID(invoice, id);
         return outcomeOf(known, invoice);
       });
@@ -890,6 +900,7 @@ void clsImportTPSInformation::importTPSDeposits() {
         const std::int32_t position = source.getPosition(rsPaymentQuery);
         const long deposit = createNewTPSDepositAsDepositInLedgerfolio(id, known);
         source.setPosition(rsPaymentQuery, position);
+        beforeCrossReference();
         xref_.saveDepositIDAndTPSDepositID(deposit, id);
         return outcomeOf(known, deposit);
       });
@@ -976,6 +987,7 @@ void clsImportTPSInformation::importTPSTimeEntries() {
         const long known = docket;
         long company = -1, contact = -1;
         docket = createNewTPSTimeAsDocketInLedgerfolio(id, docket, company, contact);
+        beforeCrossReference();
         xref_.saveDocketIDAndTPSTimeID(docket, id);
         return outcomeOf(known, docket);
       });
