@@ -203,9 +203,9 @@ void PracticeDuplicateFinder::askAboutLikelyMatches() {
   for (const Candidate& c : likely) {
     const std::string existing = c.name.empty() ? "#" + std::to_string(c.id) : c.name;
     int answer = box->ask(name + " looks like the existing client " + existing +
-                              ". Import it as a new client?",
+                              ". Is it the same client?",
                           kMessageValidation);
-    if (answer != kAnswerYes) {
+    if (answer == kAnswerYes) {
       chosenMatch_ = c.id;
       return;
     }

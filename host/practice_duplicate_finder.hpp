@@ -6,10 +6,11 @@
 // matches (the same code or name, a company name equal once punctuation and the words
 // LTD, LIMITED, INC, CORP, CO, LLC and LLP are dropped, a contact with the same last name and
 // first initial); each one is put to the user as
-//   "<candidate> looks like the existing client <existing>. Import it as a new client?"
-// and a "no" takes the existing one. A "yes" is followed by
+//   "<candidate> looks like the existing client <existing>. Is it the same client?"
+// and a "yes" takes the existing one. A "no" is followed by
 //   "Keep looking for possible duplicate clients in this sync?"
-// and a "no" there turns the checking off for the rest of the run.
+// and a "no" there turns the checking off for the rest of the run. An unattended run that
+// answers "no" by default thus imports the candidate as new and stops asking.
 #pragma once
 
 #include <string>
