@@ -92,20 +92,33 @@ void PracticeDocket::computeTimesAndAmounts() {
 
 long PracticeDocket::saveDocket() {
   computeTimesAndAmounts();
+  const bool shared = openDockets_ != 0 && db_.isRecordsetOpen(openDockets_);
   if (docketID_ > 0) {
-    RecordsetScope rs(db_, "SELECT Dockets.* FROM Dockets WHERE DocketID=" + std::to_string(docketID_) + ";",
+    const std::string key = std::to_string(docketID_);
+    if (shared && db_.findRecord(openDockets_, "DocketID", key)) {
+      for (const auto& [column, value] : values_) db_.setField(openDockets_, column, value);
+      return docketID_;
+    }
+    RecordsetScope rs(db_, "SELECT Dockets.* FROM Dockets WHERE DocketID=" + key + ";",
                       kLockOptimistic);
     if (db_.hasRecord(rs)) {
       for (const auto& [column, value] : values_) db_.setField(rs, column, value);
       return docketID_;
     }
   }
-  RecordsetScope rs(db_, "SELECT Dockets.* FROM Dockets WHERE DocketID=-1;", kLockOptimistic);
-  db_.addNewRecord(rs);
-  for (const auto& [column, value] : values_) db_.setNewField(rs, column, value);
-  db_.setNewField(rs, "DateCreated", Date::now().toIso());
-  docketID_ = static_cast<long>(db_.getField(rs, "DocketID").toLong());
-  db_.updateRecord(rs);
+  auto add = [&](std::int32_t rs) {
+    db_.addNewRecord(rs);
+    for (const auto& [column, value] : values_) db_.setNewField(rs, column, value);
+    db_.setNewField(rs, "DateCreated", Date::now().toIso());
+    docketID_ = static_cast<long>(db_.getField(rs, "DocketID").toLong());
+    db_.updateRecord(rs);
+  };
+  if (shared) {
+    add(openDockets_);
+  } else {
+    RecordsetScope rs(db_, "SELECT Dockets.* FROM Dockets WHERE DocketID=-1;", kLockOptimistic);
+    add(rs);
+  }
   return docketID_;
 }
 

@@ -1,6 +1,9 @@
-// The docket object over the practice database's Dockets table.
+// The docket object over the practice database's Dockets table. Given an open recordset of
+// the table (the sync keeps one for its run), it stores through that one, so the new row is
+// found there afterwards; otherwise it opens a recordset of the one row for each store.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -12,7 +15,10 @@ class DatabaseService;
 
 class PracticeDocket : public DocketObject {
  public:
-  explicit PracticeDocket(DatabaseService& db) : db_(db) { newDocket(); }
+  explicit PracticeDocket(DatabaseService& db, std::int32_t openDockets = 0)
+      : db_(db), openDockets_(openDockets) {
+    newDocket();
+  }
 
   bool loadDocket(long docketID) override;
   void newDocket() override;
@@ -41,6 +47,7 @@ class PracticeDocket : public DocketObject {
   void computeTimesAndAmounts();
 
   DatabaseService& db_;
+  std::int32_t openDockets_ = 0;
   long docketID_ = -1;
   std::map<std::string, std::string> values_;
   Date start_;

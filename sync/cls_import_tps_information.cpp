@@ -9,6 +9,7 @@
 #include "host/date_utilities.hpp"
 #include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
+#include "host/practice_docket.hpp"
 #include "host/progress_dialog.hpp"
 #include "records/lookups.hpp"
 #include "sync/sync_record_calls.hpp"
@@ -19,6 +20,12 @@ namespace lf {
 clsImportTPSInformation::clsImportTPSInformation() : xref_(tpsCrossReferenceWords()) {
   defaultTPSImportDates(options_, Date::today());
   syncrecords::installSummaryHooks();
+  // Dockets are stored through the run's open Dockets recordset.
+  makeDocketObject = [this]() -> std::unique_ptr<DocketObject> {
+    DatabaseService* db = moduleState().DatabaseReference;
+    if (db == nullptr) return nullptr;
+    return std::make_unique<PracticeDocket>(*db, rsDockets);
+  };
   ModuleState& state = moduleState();
   if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
   if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();

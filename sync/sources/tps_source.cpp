@@ -7,6 +7,8 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "db/database_service.hpp"
 #include "frame/module_state.hpp"
@@ -1079,15 +1081,7 @@ void clsImportTPSInformation::createNewTPSTimeAsInvoiceDocketInLedgerfolio(long 
         db.setField(docket, "DocketLocked", "True");
         db.setField(docket, "Invoiced", "True");
         db.setField(docket, "DocketStatus", db.getField(docket, "DocketStatus").toString());
-        if (!db.findRecord(invoiceDockets, "DocketIDNum", idText(docketID))) {
-          db.addNewRecord(invoiceDockets);
-          db.setNewField(invoiceDockets, "InvoiceIDNum", idText(invoiceID));
-          db.setNewField(invoiceDockets, "DocketIDNum", idText(docketID));
-          db.updateRecord(invoiceDockets);
-          db.findRecord(invoiceDockets, "DocketIDNum", idText(docketID));
-        }
-        db.setField(invoiceDockets, "InvoiceIDNum", idText(invoiceID));
-        db.setField(invoiceDockets, "DocketIDNum", idText(docketID));
+        const bool exists = db.findRecord(invoiceDockets, "DocketIDNum", idText(docketID));
         static const char* const kDocketColumns[] = {
             "UserIDNum", "BillingProjectIDNum", "BillToCompanyIDNum", "CompanyIDNum",
             "ContactIDNum", "BillToCompanyIDNum", "ScheduleIDNum", "TaskIDNum", "ApptIDNum",
@@ -1107,15 +1101,29 @@ void clsImportTPSInformation::createNewTPSTimeAsInvoiceDocketInLedgerfolio(long 
             "BackColour", "ForeColour", "TitleForeColour", "UseAdjustedAmount",
             "UseAdjustedTime", "BillableTime", "Private", "Remind", "ClientNotifiedFlag",
             "hideInTasks"};
+        std::vector<std::pair<const char*, std::string>> copied;
         for (const char* column : kDocketColumns) {
           Variant value = db.getField(docket, column);
           if (G::isBlank(value)) continue;
-          std::string text = value.kind() == Variant::Kind::Boolean
-                                 ? (value.toBool() ? "True" : "False")
-                                 : value.kind() == Variant::Kind::Date ? value.toDate()->toIso()
-                                                                       : value.toString();
-          db.setField(invoiceDockets, column, text);
+          copied.emplace_back(column, value.kind() == Variant::Kind::Boolean
+                                          ? (value.toBool() ? "True" : "False")
+                                      : value.kind() == Variant::Kind::Date
+                                          ? value.toDate()->toIso()
+                                          : value.toString());
         }
+        // A new invoice docket takes the copied columns in the one row it adds; an existing
+        // one has them written over.
+        if (!exists) {
+          db.addNewRecord(invoiceDockets);
+          db.setNewField(invoiceDockets, "InvoiceIDNum", idText(invoiceID));
+          db.setNewField(invoiceDockets, "DocketIDNum", idText(docketID));
+          for (const auto& [column, text] : copied) db.setNewField(invoiceDockets, column, text);
+          db.updateRecord(invoiceDockets);
+          return;
+        }
+        db.setField(invoiceDockets, "InvoiceIDNum", idText(invoiceID));
+        db.setField(invoiceDockets, "DocketIDNum", idText(docketID));
+        for (const auto& [column, text] : copied) db.setField(invoiceDockets, column, text);
       });
 }
 
