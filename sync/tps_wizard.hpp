@@ -44,12 +44,6 @@ struct TPSWizardHooks {
   std::function<void(const std::string& caption)> showProgressCaption;
 };
 
-// "mmmm d, yyyy", as the date fields show a date ("December 31, 2026").
-std::string formatWizardDate(const Date& date);
-// Reads a date typed in a date field: "mmmm d, yyyy", "mmm d, yyyy", "m/d/yyyy" or
-// "yyyy-mm-dd". False when the text is no valid date.
-bool parseWizardDate(std::string_view text, Date& out);
-
 class frmTPSWizard {
  public:
   enum NavButton : int { kNavCancel = 1, kNavBack = 2, kNavNext = 3, kNavFinish = 4 };
@@ -139,7 +133,8 @@ class frmTPSWizard {
   void getSelectedCompanies();
   void getSelectedContacts();
   void populateTPSClients();
-  void populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList();
+  void populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList(
+      const std::vector<std::string>& companies);
   void populateDateFields(int dateStep);
   void enableDateFields(int dateStep);
   void populateCategories();

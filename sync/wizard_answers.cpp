@@ -217,23 +217,12 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
   return wizard.finished();
 }
 
-void AnswersMessageBox::show(std::string_view text, int /*kind*/) {
-  messages_.emplace_back(text);
-  if (log_ != nullptr) *log_ << text << "\n";
-}
-
-int AnswersMessageBox::ask(std::string_view text, int /*kind*/) {
-  questions_.emplace_back(text);
-  bool yes = answers_.defaultAnswerYes;
-  if (auto it = answers_.answers.find(std::string(text)); it != answers_.answers.end()) {
-    yes = it->second;
-  } else if (const auto colon = text.rfind(": "); colon != std::string_view::npos) {
-    if (auto named = answers_.answers.find(std::string(text.substr(0, colon)));
-        named != answers_.answers.end())
-      yes = named->second;
-  }
-  if (log_ != nullptr) *log_ << text << " " << (yes ? "yes" : "no") << "\n";
-  return yes ? kAnswerYes : kAnswerNo;
+std::unique_ptr<TerminalMessageBox> makeAnswersMessageBox(const WizardAnswers& answers,
+                                                          RunReport* report, std::ostream* out) {
+  auto box = std::make_unique<TerminalMessageBox>(report, out, false,
+                                                  answers.defaultAnswerYes ? kAnswerYes : kAnswerNo);
+  for (const auto& [text, yes] : answers.answers) box->addAnswer(text, yes ? kAnswerYes : kAnswerNo);
+  return box;
 }
 
 }  // namespace lf

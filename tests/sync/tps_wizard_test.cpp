@@ -7,16 +7,11 @@
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
 #include "host/locale_service.hpp"
-#include "host/message_box.hpp"
+#include "host/legacy_format.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
-
-struct RecordingMessageBox : MessageBox {
-  std::vector<std::pair<std::string, int>> shown;
-  void show(std::string_view text, int kind) override { shown.emplace_back(text, kind); }
-  int ask(std::string_view, int) override { return kAnswerNo; }
-};
 
 struct FixedLocale : LocaleService {
   std::string getApplicationName() override { return "Ledgerfolio Test"; }
@@ -39,6 +34,7 @@ class TPSWizardTest : public ::testing::Test {
   void SetUp() override {
     moduleState().MsgboxClass = &box;
     moduleState().LocaleReference = &locale;
+    moduleState().errorClass = nullptr;
     source.createNew(":memory:");
     source.executeStatement(
         "CREATE TABLE Clients (ClientID INTEGER PRIMARY KEY, Name TEXT, FirstName TEXT, SIN TEXT, "
@@ -59,11 +55,6 @@ class TPSWizardTest : public ::testing::Test {
     wizard = std::make_unique<frmTPSWizard>(engine, hooks);
     wizard->Initialize();
   }
-  void TearDown() override {
-    moduleState().MsgboxClass = nullptr;
-    moduleState().LocaleReference = nullptr;
-  }
-
   // Puts the engine in the state a click reads: groups ticked, source open, one business
   // client chosen, the import option; then shows the step.
   void at(int step, Groups groups, long option = 1) {
@@ -75,19 +66,20 @@ class TPSWizardTest : public ::testing::Test {
     engine.useTPSDatabase = true;
     engine.importOption = option;
     wizard->SetStep(step, 1);
-    if (step == 8) engine.companyCollection.add("101");
+    if (step == 8) engine.companyCollection.addRow({Variant::text("101")});
   }
 
   std::vector<std::string> messages() const {
     std::vector<std::string> out;
-    for (const auto& [text, kind] : box.shown) {
-      EXPECT_EQ(kind, kMessageValidation);
-      out.push_back(text);
+    for (const auto& entry : box.shown) {
+      EXPECT_EQ(entry.kind, kMessageValidation);
+      out.push_back(entry.text);
     }
     return out;
   }
 
-  RecordingMessageBox box;
+  testing::ModuleStateGuard stateGuard;
+  testing::RecordingMessageBox box;
   FixedLocale locale;
   SqliteDatabase source;
   TPSImportOptions engine;
@@ -196,7 +188,7 @@ TEST_F(TPSWizardTest, FinishRefusesWithoutSourceOrClientsThenRuns) {
   EXPECT_TRUE(wizard->isOpen());
   EXPECT_EQ(imports, 0);
 
-  engine.contactsCollection.add("104");
+  engine.contactsCollection.addRow({Variant::text("104")});
   wizard->chkOnlySynchNewItems = false;
   wizard->chkImportOnlyWIP = false;
   wizard->duplicateCheckEnabled = false;
@@ -227,7 +219,7 @@ TEST_F(TPSWizardTest, ClientStepsPreCheckThenFollowTheBusinessList) {
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
   EXPECT_EQ(wizard->tvwContacts.checkedIDs(), std::vector<std::string>{"104"});
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
-  EXPECT_EQ(engine.contactsCollection.keys(), std::vector<std::string>{"104"});
+  EXPECT_EQ(keysOf(engine.contactsCollection), std::vector<std::string>{"104"});
 
   // Back to the business list, which is re-checked from its key list and then changed: the
   // personal checks become its reverse.
@@ -249,14 +241,14 @@ TEST_F(TPSWizardTest, DateFieldsStartFromTheDefaultsAndWriteThrough) {
   const Date today = Date::today();
   at(5, Groups{"T"});
   const auto& f = wizard->dateFields(5);
-  EXPECT_EQ(f.startText, formatWizardDate(Date{today.serial - 1}));
+  EXPECT_EQ(f.startText, formatDate(Date{today.serial - 1}, "mmmm d, yyyy"));
   EXPECT_EQ(f.endText, "December 31, " + std::to_string(today.year()));
   EXPECT_TRUE(f.startEnabled);
   EXPECT_FALSE(f.endEnabled);
 
   wizard->optSynchApptDate_Click(5, kSynchBetween);
   EXPECT_TRUE(f.endEnabled);
-  EXPECT_TRUE(wizard->txtDate_LostFocus(5, 0, "2024-03-05"));
+  EXPECT_TRUE(wizard->txtDate_LostFocus(5, 0, "3/5/2024 9:30 AM"));
   EXPECT_EQ(f.startText, "March 5, 2024");
   EXPECT_EQ(engine.mvarTimeEntriesSynchStartRange, Date::fromParts(2024, 3, 5));
   EXPECT_EQ(engine.mvarTimeEntriesSynchDateRangeType, kSynchBetween);
@@ -264,12 +256,6 @@ TEST_F(TPSWizardTest, DateFieldsStartFromTheDefaultsAndWriteThrough) {
   EXPECT_FALSE(f.startEnabled || f.endEnabled);
   EXPECT_FALSE(engine.mvarUseTimeEntryDateRange);
   EXPECT_TRUE(engine.mvarUseInvoiceDateRange);  // the invoice range is separate
-
-  Date parsed;
-  EXPECT_TRUE(parseWizardDate("Dec 31, 2026", parsed));
-  EXPECT_EQ(formatWizardDate(parsed), "December 31, 2026");
-  EXPECT_TRUE(parseWizardDate("2/29/2024", parsed));
-  EXPECT_FALSE(parseWizardDate("2/29/2023", parsed));
 }
 
 TEST_F(TPSWizardTest, CategoryStepChecksTheCategoryInUseAndStoresTheChoice) {
