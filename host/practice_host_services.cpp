@@ -77,6 +77,9 @@ CategoryInfo PracticeClientDropDown::getCategoryInfo(long categoryID) {
   return info;
 }
 
+PracticeWorkingFolder::PracticeWorkingFolder(DatabaseService& db)
+    : folder_(readHostSetting(db, "ImportFolder", std::filesystem::current_path().string())) {}
+
 long PracticeClientDropDown::getFirmID() {
   return setting(db_, "FirmID", 1);
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/client_drop_down.hpp"
+#include "host/folder_services.hpp"
 #include "host/locale_service.hpp"
 
 namespace lf {
@@ -66,6 +67,17 @@ class PracticeClientDropDown : public ClientDropDownService {
   long sortPersonal_ = 1;
   bool loadingPaused_ = false;
   bool refreshPaused_ = false;
+};
+
+// The working folder of the stand-alone host: the folder named in the host settings, or the
+// current folder.
+class PracticeWorkingFolder : public WorkingFolderService {
+ public:
+  explicit PracticeWorkingFolder(DatabaseService& db);
+  std::string getImportFolder() override { return folder_; }
+
+ private:
+  std::string folder_;
 };
 
 }  // namespace lf
