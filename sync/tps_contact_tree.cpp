@@ -7,6 +7,7 @@
 #include "frame/module_state.hpp"
 #include "frame/procedure.hpp"
 #include "host/general_utilities.hpp"
+#include "records/node_keys.hpp"
 
 namespace lf {
 namespace {
@@ -110,11 +111,11 @@ void clsTPSContactTree::populateInitialTPSClientsCheckedItems(bool business, boo
     for (int i = 0; i < tree_->count(); ++i) {
       resumeNext([&] {
         ClientTreeNode& node = tree_->node(i);
-        if (ClientTree::nodeType(node.key) != 2 || rs == 0) {
+        if (getSelectedMajorNodeTypeFromString(node.key) != 2 || rs == 0) {
           node.checked = false;
           return;
         }
-        const std::string id = ClientTree::nodeID(node.key);
+        const std::string id = getSelectedNodeIDStringFromString(node.key);
         if (!source_->findRecord(rs, "ClientID", id)) {
           node.checked = false;
           return;

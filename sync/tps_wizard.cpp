@@ -14,6 +14,7 @@
 #include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
 #include "host/message_box.hpp"
+#include "records/node_keys.hpp"
 
 namespace lf {
 namespace {
@@ -275,8 +276,8 @@ void frmTPSWizard::populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesL
   const std::unordered_set<std::string> business(companies.begin(), companies.end());
   for (int i = 0; i < tvwContacts.count(); ++i) {
     ClientTreeNode& node = tvwContacts.node(i);
-    node.checked = ClientTree::nodeType(node.key) == 2 &&
-                   business.count(ClientTree::nodeID(node.key)) == 0;
+    node.checked = getSelectedMajorNodeTypeFromString(node.key) == 2 &&
+                   business.count(getSelectedNodeIDStringFromString(node.key)) == 0;
   }
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/general_utilities.hpp"
+#include "records/node_keys.hpp"
 #include "sync/tps_wizard.hpp"
 
 namespace lf {
@@ -118,7 +119,7 @@ class TerminalSession {
   void showNode(const std::vector<int>& nodes, int n) {
     const ClientTreeNode& node = tree().node(nodes[n]);
     out_ << fmt::format("  {} {:>5}  {}  ({})\n", mark(node.checked), n + 1, node.text,
-                        ClientTree::nodeID(node.key));
+                        getSelectedNodeIDStringFromString(node.key));
   }
 
   void showDates(const frmTPSWizard::StepCaptions& c) {
