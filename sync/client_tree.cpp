@@ -81,14 +81,16 @@ std::string ClientTree::clientText(std::string_view name, bool inActive) {
 std::vector<std::string> ClientTree::checkedIDs(int type) const {
   std::vector<std::string> out;
   for (const auto& n : nodes_)
-    if (n.checked && getSelectedMajorNodeTypeFromString(n.key) == type) out.push_back(getSelectedNodeIDStringFromString(n.key));
+    if (n.checked && getSelectedMajorNodeTypeFromString(n.key) == type)
+      out.push_back(getSelectedNodeIDStringFromString(n.key));
   return out;
 }
 
 void ClientTree::checkOnly(const std::vector<std::string>& ids, int type) {
   std::unordered_set<std::string> wanted(ids.begin(), ids.end());
   for (auto& n : nodes_)
-    if (getSelectedMajorNodeTypeFromString(n.key) == type) n.checked = wanted.count(getSelectedNodeIDStringFromString(n.key)) != 0;
+    if (getSelectedMajorNodeTypeFromString(n.key) == type)
+      n.checked = wanted.count(getSelectedNodeIDStringFromString(n.key)) != 0;
 }
 
 }  // namespace lf

@@ -79,8 +79,9 @@ void clsTPSContactTree::fillTree() {
 
   std::int32_t rs = 0;
   procedure("Ledgerfolio.exe-clsTPSContactTree-fillTree", [&] {
-    rs = source_->openRecordset("SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;",
-                                kCursorKeyset, kLockReadOnly);
+    rs = source_->openRecordset(
+        "SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;", kCursorKeyset,
+        kLockReadOnly);
     if (!source_->hasRecord(rs)) return;
     if (TPSDialog) TPSDialog->setMaximum(source_->recordCount(rs));
     long counter = 0;

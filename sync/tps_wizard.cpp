@@ -28,7 +28,9 @@ std::string applicationName() {
 }
 
 // The date fields' form of a date.
-std::string dateFieldText(const Date& date) { return formatDate(date, "mmmm d, yyyy"); }
+std::string dateFieldText(const Date& date) {
+  return formatDate(date, "mmmm d, yyyy");
+}
 
 }  // namespace
 
@@ -78,7 +80,9 @@ void frmTPSWizard::cmdNav_Click(int index) {
   });
 }
 
-int frmTPSWizard::routeByImportOption() const { return engine_.importOption == 2 ? 6 : 4; }
+int frmTPSWizard::routeByImportOption() const {
+  return engine_.importOption == 2 ? 6 : 4;
+}
 
 void frmTPSWizard::next() {
   switch (step_) {
@@ -120,8 +124,10 @@ void frmTPSWizard::next() {
     case 8:
       getSelectedContacts();
       if (engine_.companyCollection.count() == 0 && engine_.contactsCollection.count() == 0)
-        showMessage("You must select some TPS clients from this list or the previous list in "
-                    "order to import into " + applicationName() + " before proceeding.");
+        showMessage(
+            "You must select some TPS clients from this list or the previous list in "
+            "order to import into " +
+            applicationName() + " before proceeding.");
       else if (engine_.syncObjectsTimeEntries)
         SetStep(5, 1);
       else if (engine_.syncObjectsInvoices)
@@ -425,7 +431,8 @@ void frmTPSWizard::populateCategories() {
       placed[i] = moved = true;
     }
   }
-  const int inUse = tvwCategories.findKey(ClientTree::categoryKey(std::to_string(engine_.importCategory)));
+  const int inUse =
+      tvwCategories.findKey(ClientTree::categoryKey(std::to_string(engine_.importCategory)));
   if (inUse >= 0) {
     tvwCategories.checkAllChildNodes(true, inUse);
     tvwCategories.selected = inUse;
@@ -456,8 +463,10 @@ frmTPSWizard::StepCaptions frmTPSWizard::captions() const {
       break;
     case 1:
       c.title = "TPS Import Wizard";
-      c.label = "This wizard brings the staff, clients, work codes, time entries and invoices of "
-                "a TPS export into " + app + ".";
+      c.label =
+          "This wizard brings the staff, clients, work codes, time entries and invoices of "
+          "a TPS export into " +
+          app + ".";
       break;
     case 2:
       c.title = "TPS Import Wizard";
@@ -466,30 +475,34 @@ frmTPSWizard::StepCaptions frmTPSWizard::captions() const {
     case 3:
       c.title = "TPS Import Wizard - Select the business companies to synchronize";
       c.heading = "Business Clients Import";
-      c.label = "Select only the business clients from the list of TPS client shown that you "
-                "would like to import into " + app + ":";
+      c.label =
+          "Select only the business clients from the list of TPS client shown that you "
+          "would like to import into " +
+          app + ":";
       c.checkBox = "Select Only Clients Appear To Be Business Clients";
       break;
     case 8:
       c.title = "TPS Import Wizard - Select the personal tax clients to synchronize";
       c.heading = "Personal Tax Clients Import";
-      c.label = "Select only the personal tax clients from the list of TPS client shown that you "
-                "would like to import into " + app + ":";
+      c.label =
+          "Select only the personal tax clients from the list of TPS client shown that you "
+          "would like to import into " +
+          app + ":";
       c.checkBox = "Select Only Clients Appear To Be Personal Tax Clients";
       break;
     case 5:
       c.title = "TPS Import Wizard - Select Date Range";
       c.heading = " Time Entry Synch Options";
-      c.options = {"Synch all time entries", "Synch time entries by a date range",
-                   "Synch time entries on:", "Synch time entries on or after:",
+      c.options = {"Synch all time entries",           "Synch time entries by a date range",
+                   "Synch time entries on:",           "Synch time entries on or after:",
                    "Synch time entries on or before:", "Synch time entries between:"};
       break;
     case 7:
       c.title = "TPS Import Wizard - Select Date Range";
       c.heading = " Invoice Synch Options";
-      c.options = {"Synch all invoices", "Synch invoices by a date range", "Synch invoices on:",
-                   "Synch invoices on or after:", "Synch invoices on or before:",
-                   "Synch invoices between:"};
+      c.options = {"Synch all invoices",           "Synch invoices by a date range",
+                   "Synch invoices on:",           "Synch invoices on or after:",
+                   "Synch invoices on or before:", "Synch invoices between:"};
       break;
     case 6:
       c.title = "TPS Import Wizard";

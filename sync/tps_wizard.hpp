@@ -47,14 +47,18 @@ struct TPSWizardHooks {
 class frmTPSWizard {
  public:
   enum NavButton : int { kNavCancel = 1, kNavBack = 2, kNavNext = 3, kNavFinish = 4 };
-  enum SynchObject : int { kSynchContacts = 0, kSynchTimeEntries = 1, kSynchInvoices = 2,
-                           kSynchWorkCodes = 3 };
+  enum SynchObject : int {
+    kSynchContacts = 0,
+    kSynchTimeEntries = 1,
+    kSynchInvoices = 2,
+    kSynchWorkCodes = 3
+  };
   static constexpr int kFirstStep = 0;
   static constexpr int kFinishStep = 4;
 
   // The date fields of step 5 (time entries) or step 7 (invoices).
   struct DateRangeFields {
-    bool useRange = true;  // optApptSyncDate: false "all", true "by a date range"
+    bool useRange = true;              // optApptSyncDate: false "all", true "by a date range"
     long rangeType = kSynchOnOrAfter;  // optSynchApptDate
     std::string startText;
     std::string endText;

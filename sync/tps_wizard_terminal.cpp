@@ -16,7 +16,9 @@ namespace {
 
 constexpr int kPageSize = 40;
 
-const char* mark(bool on) { return on ? "[x]" : "[ ]"; }
+const char* mark(bool on) {
+  return on ? "[x]" : "[ ]";
+}
 
 // The listed nodes of a tree: every node but the root, in tree order.
 std::vector<int> listedNodes(const ClientTree& tree) {
@@ -88,8 +90,10 @@ class TerminalSession {
         break;
       case 4:
         out_ << w_.summary();
-        out_ << fmt::format("  {} Only synchronize new items (new)\n", mark(w_.chkOnlySynchNewItems));
-        out_ << fmt::format("  {} Look for duplicate clients (dup)\n", mark(w_.duplicateCheckEnabled));
+        out_ << fmt::format("  {} Only synchronize new items (new)\n",
+                            mark(w_.chkOnlySynchNewItems));
+        out_ << fmt::format("  {} Look for duplicate clients (dup)\n",
+                            mark(w_.duplicateCheckEnabled));
         break;
     }
     showButtons();
@@ -132,7 +136,8 @@ class TerminalSession {
                           c.options[2 + t], t);
     out_ << fmt::format("  start: {}{}\n", f.startText, f.startEnabled ? "" : " (off)");
     out_ << fmt::format("  end:   {}{}\n", f.endText, f.endEnabled ? "" : " (off)");
-    if (step == 5) out_ << fmt::format("  {} Only work in progress (wip)\n", mark(w_.chkImportOnlyWIP));
+    if (step == 5)
+      out_ << fmt::format("  {} Only work in progress (wip)\n", mark(w_.chkImportOnlyWIP));
     out_ << "Type all, range, type N, start DATE, end DATE" << (step == 5 ? ", wip" : "") << ".\n";
   }
 
@@ -207,7 +212,8 @@ class TerminalSession {
         const std::vector<int> nodes = listedNodes(tree());
         const std::string wanted = GeneralUtilities::lowerCase(rest);
         for (int n = 0; n < static_cast<int>(nodes.size()); ++n)
-          if (GeneralUtilities::lowerCase(tree().node(nodes[n]).text).find(wanted) != std::string::npos)
+          if (GeneralUtilities::lowerCase(tree().node(nodes[n]).text).find(wanted) !=
+              std::string::npos)
             showNode(nodes, n);
         return false;
       }

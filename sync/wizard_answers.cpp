@@ -56,9 +56,10 @@ WizardAnswers::DateChoice dateChoice(const json& j, const char* field) {
   const std::string where = std::string(field) + ".";
   if (!v.is_object()) throw badField(field, "an object");
   if (v.contains("range")) {
-    static const std::map<std::string, long> types = {
-        {"on", kSynchOnDate}, {"on or after", kSynchOnOrAfter},
-        {"on or before", kSynchOnOrBefore}, {"between", kSynchBetween}};
+    static const std::map<std::string, long> types = {{"on", kSynchOnDate},
+                                                      {"on or after", kSynchOnOrAfter},
+                                                      {"on or before", kSynchOnOrBefore},
+                                                      {"between", kSynchBetween}};
     const std::string range = v["range"].is_string() ? v["range"].get<std::string>() : "";
     if (range == "all") {
       choice.useRange = false;
@@ -124,7 +125,8 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
   if (j.contains("source")) {
     if (!j["source"].is_string()) throw badField("source", "a path");
     std::filesystem::path source = j["source"].get<std::string>();
-    if (source.is_relative() && !baseFolder.empty()) source = std::filesystem::path(baseFolder) / source;
+    if (source.is_relative() && !baseFolder.empty())
+      source = std::filesystem::path(baseFolder) / source;
     a.source = source.lexically_normal().string();
   }
   if (j.contains("groups")) {
@@ -175,10 +177,12 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
     const int step = wizard.step();
     switch (step) {
       case 0:
-        if (answers.contacts) wizard.chkSynchObjects[frmTPSWizard::kSynchContacts] = *answers.contacts;
+        if (answers.contacts)
+          wizard.chkSynchObjects[frmTPSWizard::kSynchContacts] = *answers.contacts;
         if (answers.timeEntries)
           wizard.chkSynchObjects[frmTPSWizard::kSynchTimeEntries] = *answers.timeEntries;
-        if (answers.invoices) wizard.chkSynchObjects[frmTPSWizard::kSynchInvoices] = *answers.invoices;
+        if (answers.invoices)
+          wizard.chkSynchObjects[frmTPSWizard::kSynchInvoices] = *answers.invoices;
         if (answers.workCodes)
           wizard.chkSynchObjects[frmTPSWizard::kSynchWorkCodes] = *answers.workCodes;
         break;
@@ -200,8 +204,8 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
         break;
       case 6:
         if (answers.category) {
-          const int node =
-              wizard.tvwCategories.findKey(ClientTree::categoryKey(std::to_string(*answers.category)));
+          const int node = wizard.tvwCategories.findKey(
+              ClientTree::categoryKey(std::to_string(*answers.category)));
           if (node >= 0) wizard.tvwCategories.checkAllChildNodes(true, node);
         }
         break;
@@ -219,9 +223,10 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
 
 std::unique_ptr<TerminalMessageBox> makeAnswersMessageBox(const WizardAnswers& answers,
                                                           RunReport* report, std::ostream* out) {
-  auto box = std::make_unique<TerminalMessageBox>(report, out, false,
-                                                  answers.defaultAnswerYes ? kAnswerYes : kAnswerNo);
-  for (const auto& [text, yes] : answers.answers) box->addAnswer(text, yes ? kAnswerYes : kAnswerNo);
+  auto box = std::make_unique<TerminalMessageBox>(
+      report, out, false, answers.defaultAnswerYes ? kAnswerYes : kAnswerNo);
+  for (const auto& [text, yes] : answers.answers)
+    box->addAnswer(text, yes ? kAnswerYes : kAnswerNo);
   return box;
 }
 

@@ -16,10 +16,10 @@ namespace {
 TEST(WordPattern, FavoursBusinessAsDocumented) {
   EXPECT_TRUE(looksLikeBusinessName("Marco Rossi"));  // "co" inside a word
   EXPECT_FALSE(looksLikeBusinessName("Jane Smith"));
-  EXPECT_TRUE(looksLikeBusinessName("Jane Smith 2"));  // any digit
-  EXPECT_TRUE(looksLikeBusinessName("NORTHWIND HOLDINGS"));  // case ignored
+  EXPECT_TRUE(looksLikeBusinessName("Jane Smith 2"));         // any digit
+  EXPECT_TRUE(looksLikeBusinessName("NORTHWIND HOLDINGS"));   // case ignored
   EXPECT_TRUE(looksLikeBusinessName("Friends of Anne Lee"));  // " of " with its blanks
-  EXPECT_TRUE(looksLikeBusinessName("Smith Mangement"));  // misspelt alternative kept
+  EXPECT_TRUE(looksLikeBusinessName("Smith Mangement"));      // misspelt alternative kept
 }
 
 TEST(WordPattern, DoctorNeedsABlankAfterDrOrItsFullStop) {
@@ -56,7 +56,8 @@ TEST(TPSClientRule, NumbersThenSinThenFirstName) {
   const Variant blank = Variant::text("   ");
   auto text = [](const char* t) { return Variant::text(t); };
   // Business number and a SIN: business.
-  EXPECT_TRUE(isTPSBusinessClient({text("123456789 RT0001"), none, none, text("900 100 104"), none}));
+  EXPECT_TRUE(
+      isTPSBusinessClient({text("123456789 RT0001"), none, none, text("900 100 104"), none}));
   EXPECT_TRUE(isTPSBusinessClient({none, text("8899001"), none, none, text("Ann")}));
   EXPECT_TRUE(isTPSBusinessClient({none, none, text("7654321"), none, text("Ann")}));
   // Only SIN and first name: personal. Only a name: business. First name alone: personal.
@@ -171,9 +172,9 @@ TEST_F(TPSContactTreeTest, FillRunsUnderTheProgressDialog) {
     return std::make_unique<RecordingDialog>(&captions, &maximum);
   };
   tps.populateTPSTree();
-  EXPECT_EQ(captions, (std::vector<std::string>{"Getting TPS information, please wait ...",
-                                                "Getting TPS contacts, please wait ...",
-                                                "closed"}));
+  EXPECT_EQ(captions,
+            (std::vector<std::string>{"Getting TPS information, please wait ...",
+                                      "Getting TPS contacts, please wait ...", "closed"}));
   EXPECT_EQ(maximum, 4);
   EXPECT_EQ(tree.count(), 5);
 }

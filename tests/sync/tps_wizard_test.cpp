@@ -6,8 +6,8 @@
 
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
-#include "host/locale_service.hpp"
 #include "host/legacy_format.hpp"
+#include "host/locale_service.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {
@@ -97,11 +97,10 @@ struct Route {
 
 TEST_F(TPSWizardTest, NextRoutes) {
   const Route routes[] = {
-      {0, "C", 1, 2},     {1, "C", 1, 2},    {2, "CTIW", 1, 3}, {2, "TIW", 1, 5},
-      {2, "IW", 1, 7},    {2, "W", 1, 2},    {3, "CTI", 1, 8},  {8, "CTI", 1, 5},
-      {8, "CI", 1, 7},    {8, "C", 1, 4},    {8, "C", 2, 6},    {5, "TI", 1, 7},
-      {5, "T", 1, 4},     {5, "T", 2, 6},    {7, "I", 1, 4},    {7, "I", 2, 6},
-      {6, "CTI", 2, 4},
+      {0, "C", 1, 2}, {1, "C", 1, 2},   {2, "CTIW", 1, 3}, {2, "TIW", 1, 5}, {2, "IW", 1, 7},
+      {2, "W", 1, 2}, {3, "CTI", 1, 8}, {8, "CTI", 1, 5},  {8, "CI", 1, 7},  {8, "C", 1, 4},
+      {8, "C", 2, 6}, {5, "TI", 1, 7},  {5, "T", 1, 4},    {5, "T", 2, 6},   {7, "I", 1, 4},
+      {7, "I", 2, 6}, {6, "CTI", 2, 4},
   };
   for (const Route& r : routes) {
     at(r.from, Groups{r.groups}, r.option);
@@ -113,11 +112,10 @@ TEST_F(TPSWizardTest, NextRoutes) {
 
 TEST_F(TPSWizardTest, BackRoutesKeepTheCrossingOfTheCategoryAndFinishSteps) {
   const Route routes[] = {
-      {1, "C", 1, 0},   {2, "C", 1, 0},   {3, "C", 1, 2},   {8, "C", 1, 3},
-      {5, "CT", 1, 8},  {5, "T", 1, 2},   {7, "CTI", 1, 5}, {7, "CI", 1, 8},
-      {7, "I", 1, 2},   {6, "TI", 2, 5},  {6, "T", 2, 7},   {6, "C", 2, 8},
-      {6, "W", 2, 2},   {4, "CTI", 2, 6}, {4, "TI", 1, 5},  {4, "T", 1, 7},
-      {4, "I", 1, 5},   {4, "C", 1, 8},   {4, "W", 1, 2},
+      {1, "C", 1, 0}, {2, "C", 1, 0},   {3, "C", 1, 2},  {8, "C", 1, 3},   {5, "CT", 1, 8},
+      {5, "T", 1, 2}, {7, "CTI", 1, 5}, {7, "CI", 1, 8}, {7, "I", 1, 2},   {6, "TI", 2, 5},
+      {6, "T", 2, 7}, {6, "C", 2, 8},   {6, "W", 2, 2},  {4, "CTI", 2, 6}, {4, "TI", 1, 5},
+      {4, "T", 1, 7}, {4, "I", 1, 5},   {4, "C", 1, 8},  {4, "W", 1, 2},
   };
   for (const Route& r : routes) {
     at(r.from, Groups{r.groups}, r.option);
@@ -263,7 +261,8 @@ TEST_F(TPSWizardTest, CategoryStepChecksTheCategoryInUseAndStoresTheChoice) {
   at(6, Groups{"C"}, 2);
   const ClientTree& categories = wizard->tvwCategories;
   EXPECT_EQ(categories.checkedIDs(3), std::vector<std::string>{"5"});
-  EXPECT_EQ(categories.node(categories.findKey("Category:6")).parent, categories.findKey("Category:5"));
+  EXPECT_EQ(categories.node(categories.findKey("Category:6")).parent,
+            categories.findKey("Category:5"));
   wizard->tvwCategories.checkAllChildNodes(true, categories.findKey("Category:6"));
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
   EXPECT_EQ(engine.importCategory, 6);

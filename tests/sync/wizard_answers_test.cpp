@@ -11,11 +11,11 @@
 #include "db/sqlite_database.hpp"
 #include "frame/failure.hpp"
 #include "frame/module_state.hpp"
-#include "tests/test_support.hpp"
 #include "host/run_report.hpp"
 #include "host/terminal_message_box.hpp"
 #include "sync/tps_wizard.hpp"
 #include "sync/tps_wizard_terminal.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
@@ -31,7 +31,8 @@ TEST(WizardAnswers, ParsesEveryChoice) {
     "category": 12,
     "onlyNewEntries": false,
     "questions": {"default": "yes", "answers": {"Robert Chen": "no"}}
-  })", "/data");
+  })",
+                                             "/data");
   EXPECT_EQ(a.source, "/data/exports/tps.db");
   EXPECT_EQ(a.timeEntries, false);
   EXPECT_FALSE(a.invoices.has_value());
@@ -87,7 +88,8 @@ class WizardFrontEndTest : public ::testing::Test {
 
 TEST_F(WizardFrontEndTest, BundledAnswersTakeThePreCheckedClientsAndAllDates) {
   if (std::system("python3 --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "no python3";
-  WizardAnswers answers = readWizardAnswers(std::string(LF_SOURCE_DIR) + "/samples/tps_answers.json");
+  WizardAnswers answers =
+      readWizardAnswers(std::string(LF_SOURCE_DIR) + "/samples/tps_answers.json");
   EXPECT_EQ(std::filesystem::path(answers.source).filename(), "tps_export.db");
   answers.source = sampleExport();
   RunReport report;
@@ -100,7 +102,8 @@ TEST_F(WizardFrontEndTest, BundledAnswersTakeThePreCheckedClientsAndAllDates) {
   EXPECT_TRUE(report.messages().empty());
   EXPECT_EQ(keysOf(engine.companyCollection),
             (std::vector<std::string>{"101", "102", "103", "107", "109", "110", "111", "112"}));
-  EXPECT_EQ(keysOf(engine.contactsCollection), (std::vector<std::string>{"104", "105", "106", "108"}));
+  EXPECT_EQ(keysOf(engine.contactsCollection),
+            (std::vector<std::string>{"104", "105", "106", "108"}));
   EXPECT_FALSE(engine.mvarUseTimeEntryDateRange);
   EXPECT_FALSE(engine.mvarUseInvoiceDateRange);
   EXPECT_FALSE(engine.importOnlyWIPTimeEntries);
