@@ -10,6 +10,8 @@
 #include "frame/module_state.hpp"
 #include "frame/procedure.hpp"
 #include "host/date_utilities.hpp"
+#include "host/file_dialog.hpp"
+#include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
 #include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
@@ -297,6 +299,22 @@ void frmTPSWizard::getSelectedContacts() {
   contactsStored_ = true;
   engine_.contactsCollection.clearList();
   for (auto& id : tvwContacts.checkedIDs()) engine_.contactsCollection.addRow({Variant::text(id)});
+}
+
+void frmTPSWizard::cmdOpenTPSFile_Click(FileDialog& dialog) {
+  procedure("Ledgerfolio.exe-frmTPSWizard-cmdOpenTPSFile_Click", [&] {
+    dialog.setDefaultExtension("mdb");
+    dialog.setDialogTitle("Open the TPS Export file created by TPS");
+    dialog.setFilter("TPS Export File (*.mdb)|*.mdb|All Files (*.*)|*.*");
+    dialog.setFlags(4096);
+    const std::string& current = engine_.TPSDatabaseLocation;
+    dialog.setInitialFolder(GeneralUtilities::isBlank(current)
+                                ? FileUtilities::getSystemDrive("C:\\")
+                                : FileUtilities::folderOfPath(current));
+    dialog.setOwnerHandle(nullptr);
+    const FileDialogResult chosen = dialog.showOpen();
+    if (chosen.confirmed && !GeneralUtilities::isBlank(chosen.path)) cmdOpenTPSFile(chosen.path);
+  });
 }
 
 void frmTPSWizard::cmdOpenTPSFile(const std::string& chosenPath) {

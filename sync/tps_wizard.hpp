@@ -21,6 +21,7 @@
 namespace lf {
 
 class DatabaseService;
+class FileDialog;
 
 // A category of the practice, for the category step.
 struct WizardCategory {
@@ -97,11 +98,10 @@ class frmTPSWizard {
 
   // Step 0.
   std::array<bool, 4> chkSynchObjects{true, true, true, true};
-  // Step 2: the file the front end's open dialog returned.
+  // Step 2: the open button shows the file dialog and takes the file chosen in it.
+  void cmdOpenTPSFile_Click(FileDialog& dialog);
+  // The export file was chosen: the engine's location takes it (which opens the export).
   void cmdOpenTPSFile(const std::string& chosenPath);
-  static constexpr const char* kOpenFileTitle = "Open the TPS Export file created by TPS";
-  static constexpr const char* kOpenFileFilter =
-      "TPS Export File (*.mdb)|*.mdb|All Files (*.*)|*.*";
 
   // Steps 3 and 8 share the client tree.
   ClientTree tvwContacts;

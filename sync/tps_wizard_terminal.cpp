@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/file_dialog.hpp"
 #include "host/general_utilities.hpp"
 #include "records/node_keys.hpp"
 #include "sync/tps_wizard.hpp"
@@ -190,9 +191,9 @@ class TerminalSession {
       return true;
     }
     if (step == 2 && verb == "o" && !rest.empty()) {
-      w_.cmdOpenTPSFile(rest);
-      out_ << "Opened " << rest << "\n";
-      return false;
+      PresetFileDialog dialog(rest);
+      w_.cmdOpenTPSFile_Click(dialog);
+      return true;
     }
     if (step == 3 || step == 8 || step == 6) {
       if (verb == "t") {

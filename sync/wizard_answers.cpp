@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "frame/failure.hpp"
+#include "host/file_dialog.hpp"
 #include "sync/tps_wizard.hpp"
 
 namespace lf {
@@ -187,7 +188,10 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
           wizard.chkSynchObjects[frmTPSWizard::kSynchWorkCodes] = *answers.workCodes;
         break;
       case 2:
-        if (!answers.source.empty()) wizard.cmdOpenTPSFile(answers.source);
+        if (!answers.source.empty()) {
+          PresetFileDialog dialog(answers.source);
+          wizard.cmdOpenTPSFile_Click(dialog);
+        }
         break;
       case 3:
         applyClientChoice(wizard, answers.businessClients);

@@ -4,8 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
+#include "host/file_dialog.hpp"
 #include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
 #include "tests/test_support.hpp"
@@ -169,6 +173,19 @@ TEST_F(TPSWizardTest, EachValidationShowsItsMessageAndStays) {
                 "You must select some TPS clients from this list or the previous list in order "
                 "to import into Ledgerfolio Test before proceeding.",
                 "You must enter a valid date."}));
+}
+
+TEST_F(TPSWizardTest, OpenButtonTakesOnlyAnExistingFileFromTheDialog) {
+  const std::string path = ::testing::TempDir() + "/lf_wizard_export.mdb";
+  std::ofstream(path) << "export";
+  PresetFileDialog missing("/nonexistent/Export.mdb");
+  wizard->cmdOpenTPSFile_Click(missing);
+  EXPECT_TRUE(engine.TPSDatabaseLocation.empty());
+  PresetFileDialog chosen(path);
+  wizard->cmdOpenTPSFile_Click(chosen);
+  EXPECT_EQ(chosen.title(), "Open the TPS Export file created by TPS");
+  EXPECT_EQ(engine.TPSDatabaseLocation, path);
+  std::filesystem::remove(path);
 }
 
 TEST_F(TPSWizardTest, FinishRefusesWithoutSourceOrClientsThenRuns) {
