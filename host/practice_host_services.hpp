@@ -51,6 +51,10 @@ class PracticeClientDropDown : public ClientDropDownService {
   long getCategoryForYear(long& year, const std::string& unused) override;
   CategoryInfo getCategoryInfo(long categoryID) override;
   long getFirmID() override;
+  std::string getContactName(long contactID) override;
+  std::string getCompanyName(long companyID) override;
+  std::string getCategoryName(long categoryID) override;
+  long getMainAddressBookCategoryID() override;
   void setLoadingPaused(bool& paused) override { loadingPaused_ = paused; }
   void setRefreshPaused(bool& paused) override { refreshPaused_ = paused; }
   long getSortOrderBusiness() override { return sortBusiness_; }
@@ -60,6 +64,8 @@ class PracticeClientDropDown : public ClientDropDownService {
   bool refreshPaused() const { return refreshPaused_; }
 
  private:
+  std::string nameOf(const std::string& sql, const char* column);
+
   DatabaseService& db_;
   long categoryID_ = 0;
   long contactCategoryID_ = 0;
