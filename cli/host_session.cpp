@@ -9,7 +9,10 @@
 #include <stdexcept>
 
 #include "frame/module_state.hpp"
+#include "host/date_utilities.hpp"
+#include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
+#include "host/progress_dialog.hpp"
 
 namespace lf::cli {
 
@@ -46,6 +49,19 @@ std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path) {
   return db;
 }
 
+ScopedErrorService::ScopedErrorService(int action, std::ostream* log)
+    : service_(action, log, nullptr),
+      saved_(moduleState().errorClass),
+      savedIsSet_(moduleState().errorClassIsSet) {
+  moduleState().errorClass = &service_;
+  moduleState().errorClassIsSet = true;
+}
+
+ScopedErrorService::~ScopedErrorService() {
+  moduleState().errorClass = saved_;
+  moduleState().errorClassIsSet = savedIsSet_;
+}
+
 HostSession::HostSession(const HostOptions& options) {
   db_ = openPracticeDatabase(options.practicePath);
   std::ostream* log = options.quiet ? nullptr : &std::cerr;
@@ -68,6 +84,9 @@ HostSession::HostSession(const HostOptions& options) {
   state.LocaleReference = locale_.get();
   state.clientDropDownCtrlReference = dropDown_.get();
   if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
+  if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();
+  if (!state.fileUtilities) state.fileUtilities = std::make_shared<FileUtilities>();
+  state.makeProgressDialog = [] { return std::make_unique<TerminalProgressDialog>(); };
 }
 
 HostSession::~HostSession() {

@@ -163,7 +163,8 @@ def fixed_contacts():
         # Contacts of client companies.
         contact_row(ContactID=20, Title="Mr.", FirstName="Gordon", LastName="Pike",
                     JobTitle="President", CompanyName="Northwind Trading LTD",
-                    BusinessTelephoneNumber="416 555 0120", Email1Address="gordon@northwind.example",
+                    BusinessTelephoneNumber="416 555 0120",
+                    Email1Address="gordon@northwind.example",
                     Email2Address="gpike@mail.example", Email3Address="accounts@northwind.example"),
         contact_row(ContactID=21, FirstName="Lena", LastName="Marsh", JobTitle="Controller",
                     Department="Finance", OfficeLocation="Head office",
@@ -309,6 +310,15 @@ def fixed_times():
     return rows
 
 
+def write_fixed_reference_data(db):
+    insert(db, "Firm", ["FirmID", "Name", "Active"], FIRMS)
+    insert(db, "Contacts", CONTACT_COLUMNS, fixed_contacts())
+    insert(db, "Employees",
+           ["EmployeeID", "ContactID", "EmployeeType", "LoginName", "Status", "SIN"], EMPLOYEES)
+    insert(db, "WorkCodes", ["WorkID", "Name", "Parent"], WORK_CODES)
+    insert(db, "Paragraphs", ["ParagraphID", "ParCode", "Description"], PARAGRAPHS)
+
+
 def write_fixed(db):
     write_fixed_reference_data(db)
     insert(db, "Clients", CLIENT_COLUMNS, fixed_clients())
@@ -373,7 +383,8 @@ def generated_clients(rng, count):
         elif kind < 0.55:
             second = rng.choice(FIRST_NAMES)
             values.update(Name="%s & %s %s" % (first, second, last),
-                          FirstName="%s & %s" % (first, second), SIN="900 %03d %03d" % divmod(i, 1000),
+                          FirstName="%s & %s" % (first, second),
+                          SIN="900 %03d %03d" % divmod(i % 1000000, 1000),
                           Email="%s.%s@mail.example" % (first.lower(), last.lower()))
         else:
             values.update(Name="%s %s" % (first, last), FirstName=first,
@@ -415,7 +426,8 @@ def write_generated(db, rng, clients, times, invoices, payments):
             invoice_id = rng.randint(1, invoices)
             client, total, day = invoice_client[invoice_id]
         else:
-            invoice_id, client, total, day = None, rng.choice(client_ids) if client_ids else None, 100.0, start_day
+            client = rng.choice(client_ids) if client_ids else None
+            invoice_id, total, day = None, 100.0, start_day
         paid_day = day + datetime.timedelta(days=rng.randint(0, 60))
         share = rng.choice([1.0, 1.0, 0.5, 0.25, -0.05])
         payment_rows.append((n + 1, stamp(paid_day.year, paid_day.month, paid_day.day), client,
@@ -437,15 +449,6 @@ def write_generated(db, rng, clients, times, invoices, payments):
                           "Work session %d" % (n + 1), money(minutes * 2.0),
                           money(-5.0) if rng.random() < 0.02 else None))
     insert(db, "Times", TIME_COLUMNS, time_rows)
-
-
-def write_fixed_reference_data(db):
-    insert(db, "Firm", ["FirmID", "Name", "Active"], FIRMS)
-    insert(db, "Contacts", CONTACT_COLUMNS, fixed_contacts())
-    insert(db, "Employees",
-           ["EmployeeID", "ContactID", "EmployeeType", "LoginName", "Status", "SIN"], EMPLOYEES)
-    insert(db, "WorkCodes", ["WorkID", "Name", "Parent"], WORK_CODES)
-    insert(db, "Paragraphs", ["ParagraphID", "ParCode", "Description"], PARAGRAPHS)
 
 
 def main(argv):

@@ -171,7 +171,7 @@ std::string saveCompanyRTF(long companyID, long firmID) {
 
     clsClientAddrBkCatTxt category;
     category.setClientType(2);
-    category.setCompanyIDNum(id);
+    category.setCompanyIDNum(companyID);
     category.setShowMainAddressBookCategory(false);
     category.generateCategoryText();
     out.block(R"(\b\pard\fi0\li0\ri0 Address Book Category Listing:\b0\par)",

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "frame/failure.hpp"
+#include "records/node_keys.hpp"
 
 namespace lf {
 
@@ -77,32 +78,19 @@ std::string ClientTree::clientText(std::string_view name, bool inActive) {
   return text;
 }
 
-int ClientTree::nodeType(std::string_view key) {
-  if (key.find("Contact:") != std::string_view::npos) return 1;
-  if (key.find("Company:") != std::string_view::npos) return 2;
-  if (key.find("Category:") != std::string_view::npos) return 3;
-  return 0;
-}
-
-std::string ClientTree::nodeID(std::string_view key) {
-  static constexpr std::string_view prefixes[] = {"", "Contact:", "Company:", "Category:"};
-  const int type = nodeType(key);
-  if (type == 0) return {};
-  const auto at = key.find(prefixes[type]);
-  return std::string(key.substr(at + prefixes[type].size()));
-}
-
 std::vector<std::string> ClientTree::checkedIDs(int type) const {
   std::vector<std::string> out;
   for (const auto& n : nodes_)
-    if (n.checked && nodeType(n.key) == type) out.push_back(nodeID(n.key));
+    if (n.checked && getSelectedMajorNodeTypeFromString(n.key) == type)
+      out.push_back(getSelectedNodeIDStringFromString(n.key));
   return out;
 }
 
 void ClientTree::checkOnly(const std::vector<std::string>& ids, int type) {
   std::unordered_set<std::string> wanted(ids.begin(), ids.end());
   for (auto& n : nodes_)
-    if (nodeType(n.key) == type) n.checked = wanted.count(nodeID(n.key)) != 0;
+    if (getSelectedMajorNodeTypeFromString(n.key) == type)
+      n.checked = wanted.count(getSelectedNodeIDStringFromString(n.key)) != 0;
 }
 
 }  // namespace lf

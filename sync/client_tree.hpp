@@ -56,12 +56,8 @@ class ClientTree {
   static std::string clientKey(std::string_view clientID);
   static std::string categoryKey(std::string_view categoryID);
   static std::string clientText(std::string_view name, bool inActive);
-  // 1 for a key holding "Contact:", 2 for "Company:", 3 for "Category:", in that order; else 0.
-  static int nodeType(std::string_view key);
-  // What follows the node type's prefix.
-  static std::string nodeID(std::string_view key);
-
-  // IDs of the checked nodes of the type, in tree order.
+  // IDs of the checked nodes of the type (getSelectedMajorNodeTypeFromString: 2 client,
+  // 3 category), in tree order.
   std::vector<std::string> checkedIDs(int type = 2) const;
   // Checks exactly the nodes of the type whose ID is listed; clears the others of the type.
   void checkOnly(const std::vector<std::string>& ids, int type = 2);

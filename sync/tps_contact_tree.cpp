@@ -4,8 +4,10 @@
 #include <cstdint>
 
 #include "db/database_service.hpp"
+#include "frame/module_state.hpp"
 #include "frame/procedure.hpp"
 #include "host/general_utilities.hpp"
+#include "records/node_keys.hpp"
 
 namespace lf {
 namespace {
@@ -39,14 +41,29 @@ void clsTPSContactTree::setAllowOnlyOneCheckedItem(bool value) {
 
 void clsTPSContactTree::populateTPSTree() {
   procedure("Ledgerfolio.exe-clsTPSContactTree-populateTPSTree", [&] {
-    // With showProgress the host's dialog ("Getting TPS information, please wait ...") drives
-    // the fill through its StartProgress; without a dialog the fill runs directly.
-    TPSDialog_StartProgress();
+    const auto& makeDialog = moduleState().makeProgressDialog;
+    if (!showProgress_ || !makeDialog) {
+      TPSDialog_StartProgress();
+      return;
+    }
+    TPSDialog = makeDialog();
+    TPSDialog->setCaption("Getting TPS information, please wait ...");
+    TPSDialog->setMinimum(0);
+    TPSDialog->showDialog([this] { TPSDialog_StartProgress(); });
+    TPSDialog.reset();
   });
+  TPSDialog.reset();
 }
 
 void clsTPSContactTree::TPSDialog_StartProgress() {
-  procedure("Ledgerfolio.exe-clsTPSContactTree-TPSDialog_StartProgress", [&] { fillTree(); });
+  procedure("Ledgerfolio.exe-clsTPSContactTree-TPSDialog_StartProgress", [&] {
+    if (TPSDialog) {
+      TPSDialog->setCaption("Getting TPS contacts, please wait ...");
+      TPSDialog->setMaximum(1);  // until the count is known
+    }
+    fillTree();
+    if (TPSDialog) TPSDialog->closeDialog();
+  });
 }
 
 void clsTPSContactTree::fillTree() {
@@ -62,9 +79,11 @@ void clsTPSContactTree::fillTree() {
 
   std::int32_t rs = 0;
   procedure("Ledgerfolio.exe-clsTPSContactTree-fillTree", [&] {
-    rs = source_->openRecordset("SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;",
-                                kCursorKeyset, kLockReadOnly);
+    rs = source_->openRecordset(
+        "SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;", kCursorKeyset,
+        kLockReadOnly);
     if (!source_->hasRecord(rs)) return;
+    if (TPSDialog) TPSDialog->setMaximum(source_->recordCount(rs));
     long counter = 0;
     while (!source_->isEOF(rs)) {
       resumeNext([&] {
@@ -73,6 +92,7 @@ void clsTPSContactTree::fillTree() {
         const bool inActive = source_->getField(rs, "InActive").toBool();
         tree_->add(root, ClientTree::clientKey(id), ClientTree::clientText(name, inActive));
         ++counter;
+        if (TPSDialog) TPSDialog->setValue(TPSDialog->getValue() + 1);
         if (incProgressBarForPopulatingList) incProgressBarForPopulatingList(counter);
       });
       source_->moveNext(rs);
@@ -92,11 +112,11 @@ void clsTPSContactTree::populateInitialTPSClientsCheckedItems(bool business, boo
     for (int i = 0; i < tree_->count(); ++i) {
       resumeNext([&] {
         ClientTreeNode& node = tree_->node(i);
-        if (ClientTree::nodeType(node.key) != 2 || rs == 0) {
+        if (getSelectedMajorNodeTypeFromString(node.key) != 2 || rs == 0) {
           node.checked = false;
           return;
         }
-        const std::string id = ClientTree::nodeID(node.key);
+        const std::string id = getSelectedNodeIDStringFromString(node.key);
         if (!source_->findRecord(rs, "ClientID", id)) {
           node.checked = false;
           return;

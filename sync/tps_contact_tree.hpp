@@ -7,8 +7,10 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "db/variant.hpp"
+#include "host/progress_dialog.hpp"
 #include "sync/client_tree.hpp"
 
 namespace lf {
@@ -45,7 +47,8 @@ class clsTPSContactTree {
   void setShowProgress(bool value) { showProgress_ = value; }
 
   // Clears the tree and fills it: root "Main" ("TPS Contacts", bold, expanded, selected) and
-  // one "Company:" + ClientID node per source client.
+  // one "Company:" + ClientID node per source client. With showProgress and a progress dialog
+  // maker in the module state, the fill runs as the dialog's StartProgress.
   void populateTPSTree();
   void TPSDialog_StartProgress();
 
@@ -63,6 +66,7 @@ class clsTPSContactTree {
  private:
   void fillTree();
 
+  std::unique_ptr<ProgressDialog> TPSDialog;
   ClientTree* tree_ = nullptr;
   DatabaseService* source_ = nullptr;
   bool showTreeViewCheckBoxes_ = false;

@@ -1,15 +1,14 @@
-// Key list and date defaults of the TPS sync choices.
+// Key list reading and date defaults of the TPS sync choices.
 #include "sync/tps_import_options.hpp"
 
 namespace lf {
 
-void ClientKeyList::clear() {
-  keys_.clear();
-  index_.clear();
-}
-
-void ClientKeyList::add(std::string key) {
-  if (index_.insert(key).second) keys_.push_back(std::move(key));
+std::vector<std::string> keysOf(KeyList& list) {
+  std::vector<std::string> keys;
+  keys.reserve(static_cast<size_t>(list.count()));
+  if (!list.hasItems()) return keys;
+  for (; !list.isAtEnd(); list.moveNext()) keys.push_back(list.currentValue(1).toString());
+  return keys;
 }
 
 void defaultTPSImportDates(TPSImportOptions& options, Date today) {

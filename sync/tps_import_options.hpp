@@ -4,11 +4,10 @@
 #pragma once
 
 #include <string>
-#include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "db/variant.hpp"
+#include "host/key_list.hpp"
 
 namespace lf {
 
@@ -18,21 +17,6 @@ enum SynchDateRangeType : long {
   kSynchOnOrAfter = 1,
   kSynchOnOrBefore = 2,
   kSynchBetween = 3,
-};
-
-// A key list of source ClientIDs: insertion order, no repeated key.
-class ClientKeyList {
- public:
-  void clear();
-  long count() const { return static_cast<long>(keys_.size()); }
-  bool contains(std::string_view key) const { return index_.count(std::string(key)) != 0; }
-  // Adds the key unless it is already there.
-  void add(std::string key);
-  const std::vector<std::string>& keys() const { return keys_; }
-
- private:
-  std::vector<std::string> keys_;
-  std::unordered_set<std::string> index_;
 };
 
 struct TPSImportOptions {
@@ -60,8 +44,8 @@ struct TPSImportOptions {
   Date mvarInvoicesSynchEndRange;
 
   // Clients chosen in the wizard: source ClientIDs to import as business or as personal.
-  ClientKeyList companyCollection;
-  ClientKeyList contactsCollection;
+  KeyList companyCollection;
+  KeyList contactsCollection;
 
   long importCategory = -1;  // the engine takes getCurrentCategoryID when the database is set
   bool importOnlyNewEntries = true;
@@ -73,6 +57,9 @@ struct TPSImportOptions {
   // Duplicate check setting of the company finder, copied from the wizard at finish.
   bool duplicateCheckEnabled = true;
 };
+
+// The keys of a key list, in order. Moves the list's cursor.
+std::vector<std::string> keysOf(KeyList& list);
 
 // Start yesterday and end December 31 of this year, for both filters, with the range in use
 // and type "on or after": what the wizard sets as it opens.

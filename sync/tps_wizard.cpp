@@ -3,22 +3,23 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <map>
+#include <optional>
+#include <unordered_set>
 
 #include "db/database_service.hpp"
 #include "frame/module_state.hpp"
 #include "frame/procedure.hpp"
+#include "host/date_utilities.hpp"
+#include "host/file_dialog.hpp"
+#include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
+#include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
 #include "host/message_box.hpp"
+#include "records/node_keys.hpp"
 
 namespace lf {
 namespace {
-
-constexpr const char* kMonthNames[] = {"January", "February", "March",     "April",
-                                       "May",     "June",     "July",      "August",
-                                       "September", "October", "November", "December"};
 
 const char* const kOpenFileMessage =
     "You must open the TPS Export file, usually names 'Export.mdb' in order to continue.";
@@ -28,50 +29,12 @@ std::string applicationName() {
   return locale != nullptr ? locale->getApplicationName() : std::string("Ledgerfolio");
 }
 
-int monthFromName(std::string_view word) {
-  const std::string lower = GeneralUtilities::lowerCase(word);
-  if (lower.size() < 3) return 0;
-  for (int m = 0; m < 12; ++m) {
-    const std::string name = GeneralUtilities::lowerCase(kMonthNames[m]);
-    if (name == lower || name.substr(0, 3) == lower) return m + 1;
-  }
-  return 0;
-}
-
-bool validDay(int year, int month, int day) {
-  if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1) return false;
-  return Date::fromParts(year, month, day).month() == month;
+// The date fields' form of a date.
+std::string dateFieldText(const Date& date) {
+  return formatDate(date, "mmmm d, yyyy");
 }
 
 }  // namespace
-
-// Local stand-in for the legacy Format(date, "mmmm d, yyyy") until the shared formatter is in.
-std::string formatWizardDate(const Date& date) {
-  char buffer[48];
-  std::snprintf(buffer, sizeof buffer, "%s %d, %04d", kMonthNames[date.month() - 1], date.day(),
-                date.year());
-  return buffer;
-}
-
-bool parseWizardDate(std::string_view text, Date& out) {
-  const std::string t = GeneralUtilities::trim(text);
-  int y = 0, m = 0, d = 0;
-  char word[16] = {};
-  int used = 0;
-  if (std::sscanf(t.c_str(), "%4d-%2d-%2d%n", &y, &m, &d, &used) == 3 &&
-      static_cast<size_t>(used) == t.size()) {
-  } else if (std::sscanf(t.c_str(), "%2d/%2d/%4d%n", &m, &d, &y, &used) == 3 &&
-             static_cast<size_t>(used) == t.size()) {
-  } else if (std::sscanf(t.c_str(), "%15[A-Za-z] %2d, %4d%n", word, &d, &y, &used) == 3 &&
-             static_cast<size_t>(used) == t.size()) {
-    m = monthFromName(word);
-  } else {
-    return false;
-  }
-  if (!validDay(y, m, d)) return false;
-  out = Date::fromParts(y, m, d);
-  return true;
-}
 
 frmTPSWizard::frmTPSWizard(TPSImportOptions& engine, TPSWizardHooks hooks)
     : engine_(engine), hooks_(std::move(hooks)) {
@@ -119,7 +82,9 @@ void frmTPSWizard::cmdNav_Click(int index) {
   });
 }
 
-int frmTPSWizard::routeByImportOption() const { return engine_.importOption == 2 ? 6 : 4; }
+int frmTPSWizard::routeByImportOption() const {
+  return engine_.importOption == 2 ? 6 : 4;
+}
 
 void frmTPSWizard::next() {
   switch (step_) {
@@ -161,8 +126,10 @@ void frmTPSWizard::next() {
     case 8:
       getSelectedContacts();
       if (engine_.companyCollection.count() == 0 && engine_.contactsCollection.count() == 0)
-        showMessage("You must select some TPS clients from this list or the previous list in "
-                    "order to import into " + applicationName() + " before proceeding.");
+        showMessage(
+            "You must select some TPS clients from this list or the previous list in "
+            "order to import into " +
+            applicationName() + " before proceeding.");
       else if (engine_.syncObjectsTimeEntries)
         SetStep(5, 1);
       else if (engine_.syncObjectsInvoices)
@@ -270,7 +237,7 @@ void frmTPSWizard::enterStep(int target) {
         businessListLoaded_ = true;
       } else if (companiesStored_) {
         progressCaption("Selecting TPS business clients, please wait ...");
-        tvwContacts.checkOnly(engine_.companyCollection.keys());
+        tvwContacts.checkOnly(keysOf(engine_.companyCollection));
       } else {
         // Left by Back before the list was ever kept: the guess again, not an empty list.
         progressCaption("Selecting initial TPS business clients, please wait ...");
@@ -281,13 +248,13 @@ void frmTPSWizard::enterStep(int target) {
     case 8: {
       // The personal checks follow the business list whenever the user changed it since the
       // personal list last saw it, so that a client stays on one list only.
-      const std::vector<std::string>& companies = engine_.companyCollection.keys();
+      const std::vector<std::string> companies = keysOf(engine_.companyCollection);
       if (companies != companiesAtPersonalStep_) {
         progressCaption("Selecting TPS personal tax clients, please wait ...");
-        populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList();
+        populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList(companies);
       } else if (contactsStored_) {
         progressCaption("Selecting TPS personal clients, please wait ...");
-        tvwContacts.checkOnly(engine_.contactsCollection.keys());
+        tvwContacts.checkOnly(keysOf(engine_.contactsCollection));
       } else {
         progressCaption("Selecting initial TPS personal clients, please wait ...");
         bool business = false;
@@ -312,24 +279,42 @@ void frmTPSWizard::populateTPSClients() {
   contactTree_.populateTPSTree();
 }
 
-void frmTPSWizard::populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList() {
+void frmTPSWizard::populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList(
+    const std::vector<std::string>& companies) {
+  const std::unordered_set<std::string> business(companies.begin(), companies.end());
   for (int i = 0; i < tvwContacts.count(); ++i) {
     ClientTreeNode& node = tvwContacts.node(i);
-    node.checked = ClientTree::nodeType(node.key) == 2 &&
-                   !engine_.companyCollection.contains(ClientTree::nodeID(node.key));
+    node.checked = getSelectedMajorNodeTypeFromString(node.key) == 2 &&
+                   business.count(getSelectedNodeIDStringFromString(node.key)) == 0;
   }
 }
 
 void frmTPSWizard::getSelectedCompanies() {
   companiesStored_ = true;
-  engine_.companyCollection.clear();
-  for (auto& id : tvwContacts.checkedIDs()) engine_.companyCollection.add(std::move(id));
+  engine_.companyCollection.clearList();
+  for (auto& id : tvwContacts.checkedIDs()) engine_.companyCollection.addRow({Variant::text(id)});
 }
 
 void frmTPSWizard::getSelectedContacts() {
   contactsStored_ = true;
-  engine_.contactsCollection.clear();
-  for (auto& id : tvwContacts.checkedIDs()) engine_.contactsCollection.add(std::move(id));
+  engine_.contactsCollection.clearList();
+  for (auto& id : tvwContacts.checkedIDs()) engine_.contactsCollection.addRow({Variant::text(id)});
+}
+
+void frmTPSWizard::cmdOpenTPSFile_Click(FileDialog& dialog) {
+  procedure("Ledgerfolio.exe-frmTPSWizard-cmdOpenTPSFile_Click", [&] {
+    dialog.setDefaultExtension("mdb");
+    dialog.setDialogTitle("Open the TPS Export file created by TPS");
+    dialog.setFilter("TPS Export File (*.mdb)|*.mdb|All Files (*.*)|*.*");
+    dialog.setFlags(4096);
+    const std::string& current = engine_.TPSDatabaseLocation;
+    dialog.setInitialFolder(GeneralUtilities::isBlank(current)
+                                ? FileUtilities::getSystemDrive("C:\\")
+                                : FileUtilities::folderOfPath(current));
+    dialog.setOwnerHandle(nullptr);
+    const FileDialogResult chosen = dialog.showOpen();
+    if (chosen.confirmed && !GeneralUtilities::isBlank(chosen.path)) cmdOpenTPSFile(chosen.path);
+  });
 }
 
 void frmTPSWizard::cmdOpenTPSFile(const std::string& chosenPath) {
@@ -343,8 +328,8 @@ void frmTPSWizard::cmdOpenTPSFile(const std::string& chosenPath) {
     businessListLoaded_ = false;
     companiesStored_ = false;
     contactsStored_ = false;
-    engine_.companyCollection.clear();
-    engine_.contactsCollection.clear();
+    engine_.companyCollection.clearList();
+    engine_.contactsCollection.clearList();
   });
 }
 
@@ -369,13 +354,13 @@ void frmTPSWizard::populateDateFields(int dateStep) {
   if (dateStep == 7) {
     f.useRange = engine_.mvarUseInvoiceDateRange;
     f.rangeType = engine_.mvarInvoicesSynchDateRangeType;
-    f.startText = formatWizardDate(engine_.mvarInvoicesSynchStartRange);
-    f.endText = formatWizardDate(engine_.mvarInvoicesSynchEndRange);
+    f.startText = dateFieldText(engine_.mvarInvoicesSynchStartRange);
+    f.endText = dateFieldText(engine_.mvarInvoicesSynchEndRange);
   } else {
     f.useRange = engine_.mvarUseTimeEntryDateRange;
     f.rangeType = engine_.mvarTimeEntriesSynchDateRangeType;
-    f.startText = formatWizardDate(engine_.mvarTimeEntriesSynchStartRange);
-    f.endText = formatWizardDate(engine_.mvarTimeEntriesSynchEndRange);
+    f.startText = dateFieldText(engine_.mvarTimeEntriesSynchStartRange);
+    f.endText = dateFieldText(engine_.mvarTimeEntriesSynchEndRange);
   }
   enableDateFields(dateStep);
 }
@@ -404,12 +389,13 @@ bool frmTPSWizard::txtDate_LostFocus(int dateStep, int which, const std::string&
   DateRangeFields& f = fieldsOf(dateStep);
   std::string& box = which == 0 ? f.startText : f.endText;
   box = text;
-  Date date;
-  if (!parseWizardDate(text, date)) {
+  const std::optional<Date> parsed = DateUtilities::parseDateText(text);
+  if (!parsed) {
     showMessage("You must enter a valid date.");
     return false;
   }
-  box = formatWizardDate(date);
+  const Date date = parsed->datePart();
+  box = dateFieldText(date);
   if (dateStep == 7)
     (which == 0 ? engine_.mvarInvoicesSynchStartRange : engine_.mvarInvoicesSynchEndRange) = date;
   else
@@ -463,7 +449,8 @@ void frmTPSWizard::populateCategories() {
       placed[i] = moved = true;
     }
   }
-  const int inUse = tvwCategories.findKey(ClientTree::categoryKey(std::to_string(engine_.importCategory)));
+  const int inUse =
+      tvwCategories.findKey(ClientTree::categoryKey(std::to_string(engine_.importCategory)));
   if (inUse >= 0) {
     tvwCategories.checkAllChildNodes(true, inUse);
     tvwCategories.selected = inUse;
@@ -494,8 +481,10 @@ frmTPSWizard::StepCaptions frmTPSWizard::captions() const {
       break;
     case 1:
       c.title = "TPS Import Wizard";
-      c.label = "This wizard brings the staff, clients, work codes, time entries and invoices of "
-                "a TPS export into " + app + ".";
+      c.label =
+          "This wizard brings the staff, clients, work codes, time entries and invoices of "
+          "a TPS export into " +
+          app + ".";
       break;
     case 2:
       c.title = "TPS Import Wizard";
@@ -504,30 +493,34 @@ frmTPSWizard::StepCaptions frmTPSWizard::captions() const {
     case 3:
       c.title = "TPS Import Wizard - Select the business companies to synchronize";
       c.heading = "Business Clients Import";
-      c.label = "Select only the business clients from the list of TPS client shown that you "
-                "would like to import into " + app + ":";
+      c.label =
+          "Select only the business clients from the list of TPS client shown that you "
+          "would like to import into " +
+          app + ":";
       c.checkBox = "Select Only Clients Appear To Be Business Clients";
       break;
     case 8:
       c.title = "TPS Import Wizard - Select the personal tax clients to synchronize";
       c.heading = "Personal Tax Clients Import";
-      c.label = "Select only the personal tax clients from the list of TPS client shown that you "
-                "would like to import into " + app + ":";
+      c.label =
+          "Select only the personal tax clients from the list of TPS client shown that you "
+          "would like to import into " +
+          app + ":";
       c.checkBox = "Select Only Clients Appear To Be Personal Tax Clients";
       break;
     case 5:
       c.title = "TPS Import Wizard - Select Date Range";
       c.heading = " Time Entry Synch Options";
-      c.options = {"Synch all time entries", "Synch time entries by a date range",
-                   "Synch time entries on:", "Synch time entries on or after:",
+      c.options = {"Synch all time entries",           "Synch time entries by a date range",
+                   "Synch time entries on:",           "Synch time entries on or after:",
                    "Synch time entries on or before:", "Synch time entries between:"};
       break;
     case 7:
       c.title = "TPS Import Wizard - Select Date Range";
       c.heading = " Invoice Synch Options";
-      c.options = {"Synch all invoices", "Synch invoices by a date range", "Synch invoices on:",
-                   "Synch invoices on or after:", "Synch invoices on or before:",
-                   "Synch invoices between:"};
+      c.options = {"Synch all invoices",           "Synch invoices by a date range",
+                   "Synch invoices on:",           "Synch invoices on or after:",
+                   "Synch invoices on or before:", "Synch invoices between:"};
       break;
     case 6:
       c.title = "TPS Import Wizard";
@@ -545,8 +538,8 @@ std::string frmTPSWizard::summary() const {
   auto range = [](bool use, long type, const Date& start, const Date& end) -> std::string {
     if (!use) return "all";
     static const char* const words[] = {"on ", "on or after ", "on or before ", "between "};
-    std::string text = words[type >= 0 && type <= 3 ? type : 1] + formatWizardDate(start);
-    if (type == kSynchBetween) text += " and " + formatWizardDate(end);
+    std::string text = words[type >= 0 && type <= 3 ? type : 1] + dateFieldText(start);
+    if (type == kSynchBetween) text += " and " + dateFieldText(end);
     return text;
   };
   std::string s = "TPS export: " + engine_.TPSDatabaseLocation + "\n";

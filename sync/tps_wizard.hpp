@@ -21,6 +21,7 @@
 namespace lf {
 
 class DatabaseService;
+class FileDialog;
 
 // A category of the practice, for the category step.
 struct WizardCategory {
@@ -44,23 +45,21 @@ struct TPSWizardHooks {
   std::function<void(const std::string& caption)> showProgressCaption;
 };
 
-// "mmmm d, yyyy", as the date fields show a date ("December 31, 2026").
-std::string formatWizardDate(const Date& date);
-// Reads a date typed in a date field: "mmmm d, yyyy", "mmm d, yyyy", "m/d/yyyy" or
-// "yyyy-mm-dd". False when the text is no valid date.
-bool parseWizardDate(std::string_view text, Date& out);
-
 class frmTPSWizard {
  public:
   enum NavButton : int { kNavCancel = 1, kNavBack = 2, kNavNext = 3, kNavFinish = 4 };
-  enum SynchObject : int { kSynchContacts = 0, kSynchTimeEntries = 1, kSynchInvoices = 2,
-                           kSynchWorkCodes = 3 };
+  enum SynchObject : int {
+    kSynchContacts = 0,
+    kSynchTimeEntries = 1,
+    kSynchInvoices = 2,
+    kSynchWorkCodes = 3
+  };
   static constexpr int kFirstStep = 0;
   static constexpr int kFinishStep = 4;
 
   // The date fields of step 5 (time entries) or step 7 (invoices).
   struct DateRangeFields {
-    bool useRange = true;  // optApptSyncDate: false "all", true "by a date range"
+    bool useRange = true;              // optApptSyncDate: false "all", true "by a date range"
     long rangeType = kSynchOnOrAfter;  // optSynchApptDate
     std::string startText;
     std::string endText;
@@ -99,11 +98,10 @@ class frmTPSWizard {
 
   // Step 0.
   std::array<bool, 4> chkSynchObjects{true, true, true, true};
-  // Step 2: the file the front end's open dialog returned.
+  // Step 2: the open button shows the file dialog and takes the file chosen in it.
+  void cmdOpenTPSFile_Click(FileDialog& dialog);
+  // The export file was chosen: the engine's location takes it (which opens the export).
   void cmdOpenTPSFile(const std::string& chosenPath);
-  static constexpr const char* kOpenFileTitle = "Open the TPS Export file created by TPS";
-  static constexpr const char* kOpenFileFilter =
-      "TPS Export File (*.mdb)|*.mdb|All Files (*.*)|*.*";
 
   // Steps 3 and 8 share the client tree.
   ClientTree tvwContacts;
@@ -139,7 +137,8 @@ class frmTPSWizard {
   void getSelectedCompanies();
   void getSelectedContacts();
   void populateTPSClients();
-  void populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList();
+  void populateTPSPersonalClientsCheckedItemsFromReverseOfCompaniesList(
+      const std::vector<std::string>& companies);
   void populateDateFields(int dateStep);
   void enableDateFields(int dateStep);
   void populateCategories();

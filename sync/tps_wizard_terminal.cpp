@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "host/file_dialog.hpp"
 #include "host/general_utilities.hpp"
+#include "records/node_keys.hpp"
 #include "sync/tps_wizard.hpp"
 
 namespace lf {
@@ -15,7 +17,9 @@ namespace {
 
 constexpr int kPageSize = 40;
 
-const char* mark(bool on) { return on ? "[x]" : "[ ]"; }
+const char* mark(bool on) {
+  return on ? "[x]" : "[ ]";
+}
 
 // The listed nodes of a tree: every node but the root, in tree order.
 std::vector<int> listedNodes(const ClientTree& tree) {
@@ -87,8 +91,10 @@ class TerminalSession {
         break;
       case 4:
         out_ << w_.summary();
-        out_ << fmt::format("  {} Only synchronize new items (new)\n", mark(w_.chkOnlySynchNewItems));
-        out_ << fmt::format("  {} Look for duplicate clients (dup)\n", mark(w_.duplicateCheckEnabled));
+        out_ << fmt::format("  {} Only synchronize new items (new)\n",
+                            mark(w_.chkOnlySynchNewItems));
+        out_ << fmt::format("  {} Look for duplicate clients (dup)\n",
+                            mark(w_.duplicateCheckEnabled));
         break;
     }
     showButtons();
@@ -118,7 +124,7 @@ class TerminalSession {
   void showNode(const std::vector<int>& nodes, int n) {
     const ClientTreeNode& node = tree().node(nodes[n]);
     out_ << fmt::format("  {} {:>5}  {}  ({})\n", mark(node.checked), n + 1, node.text,
-                        ClientTree::nodeID(node.key));
+                        getSelectedNodeIDStringFromString(node.key));
   }
 
   void showDates(const frmTPSWizard::StepCaptions& c) {
@@ -131,7 +137,8 @@ class TerminalSession {
                           c.options[2 + t], t);
     out_ << fmt::format("  start: {}{}\n", f.startText, f.startEnabled ? "" : " (off)");
     out_ << fmt::format("  end:   {}{}\n", f.endText, f.endEnabled ? "" : " (off)");
-    if (step == 5) out_ << fmt::format("  {} Only work in progress (wip)\n", mark(w_.chkImportOnlyWIP));
+    if (step == 5)
+      out_ << fmt::format("  {} Only work in progress (wip)\n", mark(w_.chkImportOnlyWIP));
     out_ << "Type all, range, type N, start DATE, end DATE" << (step == 5 ? ", wip" : "") << ".\n";
   }
 
@@ -184,9 +191,9 @@ class TerminalSession {
       return true;
     }
     if (step == 2 && verb == "o" && !rest.empty()) {
-      w_.cmdOpenTPSFile(rest);
-      out_ << "Opened " << rest << "\n";
-      return false;
+      PresetFileDialog dialog(rest);
+      w_.cmdOpenTPSFile_Click(dialog);
+      return true;
     }
     if (step == 3 || step == 8 || step == 6) {
       if (verb == "t") {
@@ -206,7 +213,8 @@ class TerminalSession {
         const std::vector<int> nodes = listedNodes(tree());
         const std::string wanted = GeneralUtilities::lowerCase(rest);
         for (int n = 0; n < static_cast<int>(nodes.size()); ++n)
-          if (GeneralUtilities::lowerCase(tree().node(nodes[n]).text).find(wanted) != std::string::npos)
+          if (GeneralUtilities::lowerCase(tree().node(nodes[n]).text).find(wanted) !=
+              std::string::npos)
             showNode(nodes, n);
         return false;
       }

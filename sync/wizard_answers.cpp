@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "frame/failure.hpp"
+#include "host/file_dialog.hpp"
 #include "sync/tps_wizard.hpp"
 
 namespace lf {
@@ -56,9 +57,10 @@ WizardAnswers::DateChoice dateChoice(const json& j, const char* field) {
   const std::string where = std::string(field) + ".";
   if (!v.is_object()) throw badField(field, "an object");
   if (v.contains("range")) {
-    static const std::map<std::string, long> types = {
-        {"on", kSynchOnDate}, {"on or after", kSynchOnOrAfter},
-        {"on or before", kSynchOnOrBefore}, {"between", kSynchBetween}};
+    static const std::map<std::string, long> types = {{"on", kSynchOnDate},
+                                                      {"on or after", kSynchOnOrAfter},
+                                                      {"on or before", kSynchOnOrBefore},
+                                                      {"between", kSynchBetween}};
     const std::string range = v["range"].is_string() ? v["range"].get<std::string>() : "";
     if (range == "all") {
       choice.useRange = false;
@@ -124,7 +126,8 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
   if (j.contains("source")) {
     if (!j["source"].is_string()) throw badField("source", "a path");
     std::filesystem::path source = j["source"].get<std::string>();
-    if (source.is_relative() && !baseFolder.empty()) source = std::filesystem::path(baseFolder) / source;
+    if (source.is_relative() && !baseFolder.empty())
+      source = std::filesystem::path(baseFolder) / source;
     a.source = source.lexically_normal().string();
   }
   if (j.contains("groups")) {
@@ -175,15 +178,20 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
     const int step = wizard.step();
     switch (step) {
       case 0:
-        if (answers.contacts) wizard.chkSynchObjects[frmTPSWizard::kSynchContacts] = *answers.contacts;
+        if (answers.contacts)
+          wizard.chkSynchObjects[frmTPSWizard::kSynchContacts] = *answers.contacts;
         if (answers.timeEntries)
           wizard.chkSynchObjects[frmTPSWizard::kSynchTimeEntries] = *answers.timeEntries;
-        if (answers.invoices) wizard.chkSynchObjects[frmTPSWizard::kSynchInvoices] = *answers.invoices;
+        if (answers.invoices)
+          wizard.chkSynchObjects[frmTPSWizard::kSynchInvoices] = *answers.invoices;
         if (answers.workCodes)
           wizard.chkSynchObjects[frmTPSWizard::kSynchWorkCodes] = *answers.workCodes;
         break;
       case 2:
-        if (!answers.source.empty()) wizard.cmdOpenTPSFile(answers.source);
+        if (!answers.source.empty()) {
+          PresetFileDialog dialog(answers.source);
+          wizard.cmdOpenTPSFile_Click(dialog);
+        }
         break;
       case 3:
         applyClientChoice(wizard, answers.businessClients);
@@ -200,8 +208,8 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
         break;
       case 6:
         if (answers.category) {
-          const int node =
-              wizard.tvwCategories.findKey(ClientTree::categoryKey(std::to_string(*answers.category)));
+          const int node = wizard.tvwCategories.findKey(
+              ClientTree::categoryKey(std::to_string(*answers.category)));
           if (node >= 0) wizard.tvwCategories.checkAllChildNodes(true, node);
         }
         break;
@@ -217,23 +225,13 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
   return wizard.finished();
 }
 
-void AnswersMessageBox::show(std::string_view text, int /*kind*/) {
-  messages_.emplace_back(text);
-  if (log_ != nullptr) *log_ << text << "\n";
-}
-
-int AnswersMessageBox::ask(std::string_view text, int /*kind*/) {
-  questions_.emplace_back(text);
-  bool yes = answers_.defaultAnswerYes;
-  if (auto it = answers_.answers.find(std::string(text)); it != answers_.answers.end()) {
-    yes = it->second;
-  } else if (const auto colon = text.rfind(": "); colon != std::string_view::npos) {
-    if (auto named = answers_.answers.find(std::string(text.substr(0, colon)));
-        named != answers_.answers.end())
-      yes = named->second;
-  }
-  if (log_ != nullptr) *log_ << text << " " << (yes ? "yes" : "no") << "\n";
-  return yes ? kAnswerYes : kAnswerNo;
+std::unique_ptr<TerminalMessageBox> makeAnswersMessageBox(const WizardAnswers& answers,
+                                                          RunReport* report, std::ostream* out) {
+  auto box = std::make_unique<TerminalMessageBox>(
+      report, out, false, answers.defaultAnswerYes ? kAnswerYes : kAnswerNo);
+  for (const auto& [text, yes] : answers.answers)
+    box->addAnswer(text, yes ? kAnswerYes : kAnswerNo);
+  return box;
 }
 
 }  // namespace lf

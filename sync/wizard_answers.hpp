@@ -16,21 +16,23 @@
 //
 // Ranges: "all", "on", "on or after", "on or before", "between". Every field may be left
 // out; what is left out keeps the wizard's default. Questions are the yes/no questions of
-// the run (": Is this a business client?"), answered by their full text or by the text before
-// ": "; the others take the default.
+// the run ("<client name>: Is this a business client?"), answered by any part of their text,
+// such as the client's name; the others take the default.
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "host/message_box.hpp"
+#include "host/terminal_message_box.hpp"
 
 namespace lf {
 
 class frmTPSWizard;
+class RunReport;
 
 struct WizardAnswers {
   // Which clients a client step leaves checked.
@@ -56,7 +58,7 @@ struct WizardAnswers {
   std::optional<bool> onlyNewEntries;
   std::optional<bool> duplicateCheck;
   bool defaultAnswerYes = false;
-  std::map<std::string, bool> answers;  // question text, or the name before ": ", to yes
+  std::map<std::string, bool> answers;  // part of a question's text, to yes
 };
 
 // Reads an answers file; a relative source path is taken from the file's folder.
@@ -69,23 +71,10 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
 // went through MsgboxClass) or a date answer was no valid date.
 bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers);
 
-// The message box of an unattended run: messages are kept (and written to log when given),
-// questions are answered from the answers file.
-class AnswersMessageBox : public MessageBox {
- public:
-  explicit AnswersMessageBox(const WizardAnswers& answers, std::ostream* log = nullptr)
-      : answers_(answers), log_(log) {}
-  void show(std::string_view text, int kind) override;
-  int ask(std::string_view text, int kind) override;
-
-  const std::vector<std::string>& messages() const { return messages_; }
-  const std::vector<std::string>& questions() const { return questions_; }
-
- private:
-  const WizardAnswers& answers_;
-  std::ostream* log_;
-  std::vector<std::string> messages_;
-  std::vector<std::string> questions_;
-};
+// The message box of an unattended run: messages go to out and the report, questions are
+// answered from the answers file (a question containing an answer's text takes that answer,
+// otherwise the default).
+std::unique_ptr<TerminalMessageBox> makeAnswersMessageBox(const WizardAnswers& answers,
+                                                          RunReport* report, std::ostream* out);
 
 }  // namespace lf

@@ -10,6 +10,7 @@
 
 #include "frame/failure.hpp"
 #include "host/general_utilities.hpp"
+#include "records/node_keys.hpp"
 #include "sync/client_tree.hpp"
 
 namespace lf {
@@ -56,7 +57,7 @@ bool populateInitialCheckedItemsByWordPattern(ClientTree& tree, bool businessLis
   long counter = 0;
   for (int i = 0; i < tree.count(); ++i) {
     ClientTreeNode& node = tree.node(i);
-    if (ClientTree::nodeType(node.key) != 2) {
+    if (getSelectedMajorNodeTypeFromString(node.key) != 2) {
       node.checked = false;
       continue;
     }

@@ -11,7 +11,9 @@
 namespace lf {
 namespace {
 
-bool havePython() { return std::system("python3 --version >/dev/null 2>&1") == 0; }
+bool havePython() {
+  return std::system("python3 --version >/dev/null 2>&1") == 0;
+}
 
 // Runs the generator into a fresh temporary file and answers its path.
 std::string generate(const std::string& name, const std::string& options = "") {
@@ -40,20 +42,21 @@ TEST(MakeTPSExport, FixedSampleHoldsTheDocumentedCases) {
   EXPECT_EQ(count(db, "SELECT Times.* FROM Times;"), 14);
   EXPECT_EQ(count(db, "SELECT WorkCodes.* From WorkCodes WHERE WorkCodes.Parent Is Null;"), 3);
   EXPECT_EQ(count(db, "SELECT WorkCodes.* From WorkCodes WHERE Not WorkCodes.Parent Is Null;"), 6);
-  EXPECT_EQ(count(db, "SELECT Times.TimeID, Times.Status, Times.Start FROM Times WHERE "
-                      "Times.Status=0 Or Times.Status=1;"),
+  EXPECT_EQ(count(db,
+                  "SELECT Times.TimeID, Times.Status, Times.Start FROM Times WHERE "
+                  "Times.Status=0 Or Times.Status=1;"),
             7);
 
-  const std::int32_t invoices = db.openRecordset("SELECT Invoices.* FROM Invoices;", kCursorKeyset,
-                                                 kLockReadOnly);
+  const std::int32_t invoices =
+      db.openRecordset("SELECT Invoices.* FROM Invoices;", kCursorKeyset, kLockReadOnly);
   EXPECT_TRUE(db.findRecord(invoices, "InvoiceID", "1"));
-  const std::int32_t payments = db.openRecordset("SELECT Payments.* From Payments;", kCursorKeyset,
-                                                 kLockReadOnly);
+  const std::int32_t payments =
+      db.openRecordset("SELECT Payments.* From Payments;", kCursorKeyset, kLockReadOnly);
   ASSERT_TRUE(db.findRecord(payments, "PaymentID", "4"));
   EXPECT_EQ(db.getField(payments, "Amount").toString(), "($12.50)");
 
-  const std::int32_t clients = db.openRecordset("SELECT Clients.* FROM Clients;", kCursorKeyset,
-                                                kLockReadOnly);
+  const std::int32_t clients =
+      db.openRecordset("SELECT Clients.* FROM Clients;", kCursorKeyset, kLockReadOnly);
   ASSERT_TRUE(db.findRecord(clients, "ClientID", "105"));
   EXPECT_EQ(db.getField(clients, "Name").toString(), "John & Mary Smith");
   ASSERT_TRUE(db.findRecord(clients, "ClientID", "107"));

@@ -8,6 +8,7 @@
 #include "frame/failure.hpp"
 #include "sync/client_tree.hpp"
 #include "sync/word_pattern.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
@@ -15,10 +16,10 @@ namespace {
 TEST(WordPattern, FavoursBusinessAsDocumented) {
   EXPECT_TRUE(looksLikeBusinessName("Marco Rossi"));  // "co" inside a word
   EXPECT_FALSE(looksLikeBusinessName("Jane Smith"));
-  EXPECT_TRUE(looksLikeBusinessName("Jane Smith 2"));  // any digit
-  EXPECT_TRUE(looksLikeBusinessName("NORTHWIND HOLDINGS"));  // case ignored
+  EXPECT_TRUE(looksLikeBusinessName("Jane Smith 2"));         // any digit
+  EXPECT_TRUE(looksLikeBusinessName("NORTHWIND HOLDINGS"));   // case ignored
   EXPECT_TRUE(looksLikeBusinessName("Friends of Anne Lee"));  // " of " with its blanks
-  EXPECT_TRUE(looksLikeBusinessName("Smith Mangement"));  // misspelt alternative kept
+  EXPECT_TRUE(looksLikeBusinessName("Smith Mangement"));      // misspelt alternative kept
 }
 
 TEST(WordPattern, DoctorNeedsABlankAfterDrOrItsFullStop) {
@@ -55,7 +56,8 @@ TEST(TPSClientRule, NumbersThenSinThenFirstName) {
   const Variant blank = Variant::text("   ");
   auto text = [](const char* t) { return Variant::text(t); };
   // Business number and a SIN: business.
-  EXPECT_TRUE(isTPSBusinessClient({text("123456789 RT0001"), none, none, text("900 100 104"), none}));
+  EXPECT_TRUE(
+      isTPSBusinessClient({text("123456789 RT0001"), none, none, text("900 100 104"), none}));
   EXPECT_TRUE(isTPSBusinessClient({none, text("8899001"), none, none, text("Ann")}));
   EXPECT_TRUE(isTPSBusinessClient({none, none, text("7654321"), none, text("Ann")}));
   // Only SIN and first name: personal. Only a name: business. First name alone: personal.
@@ -140,6 +142,41 @@ TEST_F(TPSContactTreeTest, PersonalPassIsTheExactNegationOfTheBusinessPass) {
   EXPECT_TRUE(result);
   EXPECT_EQ(tree.checkedIDs(), (std::vector<std::string>{"104", "108"}));  // 999 unknown: cleared
   EXPECT_EQ(personalEvents, 4);
+}
+
+// A progress dialog that runs its StartProgress at once and keeps what it was told.
+struct RecordingDialog : ProgressDialog {
+  std::vector<std::string>* captions;
+  long* maximum;
+  long value = 0;
+  RecordingDialog(std::vector<std::string>* c, long* m) : captions(c), maximum(m) {}
+  void setTextAlignment(int) override {}
+  void setMinimum(long) override {}
+  void setMaximum(long m) override { *maximum = m; }
+  void setShowPercent(bool) override {}
+  void setStep(long) override {}
+  void setShowCancel(bool) override {}
+  void setDelay(long) override {}
+  void setCaption(std::string_view c) override { captions->emplace_back(c); }
+  long getValue() override { return value; }
+  void setValue(long v) override { value = v; }
+  void showDialog(const std::function<void()>& startProgress) override { startProgress(); }
+  void closeDialog() override { captions->push_back("closed"); }
+};
+
+TEST_F(TPSContactTreeTest, FillRunsUnderTheProgressDialog) {
+  testing::ModuleStateGuard guard;
+  std::vector<std::string> captions;
+  long maximum = 0;
+  moduleState().makeProgressDialog = [&] {
+    return std::make_unique<RecordingDialog>(&captions, &maximum);
+  };
+  tps.populateTPSTree();
+  EXPECT_EQ(captions,
+            (std::vector<std::string>{"Getting TPS information, please wait ...",
+                                      "Getting TPS contacts, please wait ...", "closed"}));
+  EXPECT_EQ(maximum, 4);
+  EXPECT_EQ(tree.count(), 5);
 }
 
 TEST_F(TPSContactTreeTest, WithoutSourceOnlyTheRootStands) {

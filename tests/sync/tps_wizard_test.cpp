@@ -4,19 +4,18 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
+#include "host/file_dialog.hpp"
+#include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
-#include "host/message_box.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
-
-struct RecordingMessageBox : MessageBox {
-  std::vector<std::pair<std::string, int>> shown;
-  void show(std::string_view text, int kind) override { shown.emplace_back(text, kind); }
-  int ask(std::string_view, int) override { return kAnswerNo; }
-};
 
 struct FixedLocale : LocaleService {
   std::string getApplicationName() override { return "Ledgerfolio Test"; }
@@ -39,6 +38,7 @@ class TPSWizardTest : public ::testing::Test {
   void SetUp() override {
     moduleState().MsgboxClass = &box;
     moduleState().LocaleReference = &locale;
+    moduleState().errorClass = nullptr;
     source.createNew(":memory:");
     source.executeStatement(
         "CREATE TABLE Clients (ClientID INTEGER PRIMARY KEY, Name TEXT, FirstName TEXT, SIN TEXT, "
@@ -59,11 +59,6 @@ class TPSWizardTest : public ::testing::Test {
     wizard = std::make_unique<frmTPSWizard>(engine, hooks);
     wizard->Initialize();
   }
-  void TearDown() override {
-    moduleState().MsgboxClass = nullptr;
-    moduleState().LocaleReference = nullptr;
-  }
-
   // Puts the engine in the state a click reads: groups ticked, source open, one business
   // client chosen, the import option; then shows the step.
   void at(int step, Groups groups, long option = 1) {
@@ -75,19 +70,20 @@ class TPSWizardTest : public ::testing::Test {
     engine.useTPSDatabase = true;
     engine.importOption = option;
     wizard->SetStep(step, 1);
-    if (step == 8) engine.companyCollection.add("101");
+    if (step == 8) engine.companyCollection.addRow({Variant::text("101")});
   }
 
   std::vector<std::string> messages() const {
     std::vector<std::string> out;
-    for (const auto& [text, kind] : box.shown) {
-      EXPECT_EQ(kind, kMessageValidation);
-      out.push_back(text);
+    for (const auto& entry : box.shown) {
+      EXPECT_EQ(entry.kind, kMessageValidation);
+      out.push_back(entry.text);
     }
     return out;
   }
 
-  RecordingMessageBox box;
+  testing::ModuleStateGuard stateGuard;
+  testing::RecordingMessageBox box;
   FixedLocale locale;
   SqliteDatabase source;
   TPSImportOptions engine;
@@ -105,11 +101,10 @@ struct Route {
 
 TEST_F(TPSWizardTest, NextRoutes) {
   const Route routes[] = {
-      {0, "C", 1, 2},     {1, "C", 1, 2},    {2, "CTIW", 1, 3}, {2, "TIW", 1, 5},
-      {2, "IW", 1, 7},    {2, "W", 1, 2},    {3, "CTI", 1, 8},  {8, "CTI", 1, 5},
-      {8, "CI", 1, 7},    {8, "C", 1, 4},    {8, "C", 2, 6},    {5, "TI", 1, 7},
-      {5, "T", 1, 4},     {5, "T", 2, 6},    {7, "I", 1, 4},    {7, "I", 2, 6},
-      {6, "CTI", 2, 4},
+      {0, "C", 1, 2}, {1, "C", 1, 2},   {2, "CTIW", 1, 3}, {2, "TIW", 1, 5}, {2, "IW", 1, 7},
+      {2, "W", 1, 2}, {3, "CTI", 1, 8}, {8, "CTI", 1, 5},  {8, "CI", 1, 7},  {8, "C", 1, 4},
+      {8, "C", 2, 6}, {5, "TI", 1, 7},  {5, "T", 1, 4},    {5, "T", 2, 6},   {7, "I", 1, 4},
+      {7, "I", 2, 6}, {6, "CTI", 2, 4},
   };
   for (const Route& r : routes) {
     at(r.from, Groups{r.groups}, r.option);
@@ -121,11 +116,10 @@ TEST_F(TPSWizardTest, NextRoutes) {
 
 TEST_F(TPSWizardTest, BackRoutesKeepTheCrossingOfTheCategoryAndFinishSteps) {
   const Route routes[] = {
-      {1, "C", 1, 0},   {2, "C", 1, 0},   {3, "C", 1, 2},   {8, "C", 1, 3},
-      {5, "CT", 1, 8},  {5, "T", 1, 2},   {7, "CTI", 1, 5}, {7, "CI", 1, 8},
-      {7, "I", 1, 2},   {6, "TI", 2, 5},  {6, "T", 2, 7},   {6, "C", 2, 8},
-      {6, "W", 2, 2},   {4, "CTI", 2, 6}, {4, "TI", 1, 5},  {4, "T", 1, 7},
-      {4, "I", 1, 5},   {4, "C", 1, 8},   {4, "W", 1, 2},
+      {1, "C", 1, 0}, {2, "C", 1, 0},   {3, "C", 1, 2},  {8, "C", 1, 3},   {5, "CT", 1, 8},
+      {5, "T", 1, 2}, {7, "CTI", 1, 5}, {7, "CI", 1, 8}, {7, "I", 1, 2},   {6, "TI", 2, 5},
+      {6, "T", 2, 7}, {6, "C", 2, 8},   {6, "W", 2, 2},  {4, "CTI", 2, 6}, {4, "TI", 1, 5},
+      {4, "T", 1, 7}, {4, "I", 1, 5},   {4, "C", 1, 8},  {4, "W", 1, 2},
   };
   for (const Route& r : routes) {
     at(r.from, Groups{r.groups}, r.option);
@@ -181,6 +175,19 @@ TEST_F(TPSWizardTest, EachValidationShowsItsMessageAndStays) {
                 "You must enter a valid date."}));
 }
 
+TEST_F(TPSWizardTest, OpenButtonTakesOnlyAnExistingFileFromTheDialog) {
+  const std::string path = ::testing::TempDir() + "/lf_wizard_export.mdb";
+  std::ofstream(path) << "export";
+  PresetFileDialog missing("/nonexistent/Export.mdb");
+  wizard->cmdOpenTPSFile_Click(missing);
+  EXPECT_TRUE(engine.TPSDatabaseLocation.empty());
+  PresetFileDialog chosen(path);
+  wizard->cmdOpenTPSFile_Click(chosen);
+  EXPECT_EQ(chosen.title(), "Open the TPS Export file created by TPS");
+  EXPECT_EQ(engine.TPSDatabaseLocation, path);
+  std::filesystem::remove(path);
+}
+
 TEST_F(TPSWizardTest, FinishRefusesWithoutSourceOrClientsThenRuns) {
   at(4, Groups{"CT"});
   engine.useTPSDatabase = false;
@@ -196,7 +203,7 @@ TEST_F(TPSWizardTest, FinishRefusesWithoutSourceOrClientsThenRuns) {
   EXPECT_TRUE(wizard->isOpen());
   EXPECT_EQ(imports, 0);
 
-  engine.contactsCollection.add("104");
+  engine.contactsCollection.addRow({Variant::text("104")});
   wizard->chkOnlySynchNewItems = false;
   wizard->chkImportOnlyWIP = false;
   wizard->duplicateCheckEnabled = false;
@@ -227,7 +234,7 @@ TEST_F(TPSWizardTest, ClientStepsPreCheckThenFollowTheBusinessList) {
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
   EXPECT_EQ(wizard->tvwContacts.checkedIDs(), std::vector<std::string>{"104"});
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
-  EXPECT_EQ(engine.contactsCollection.keys(), std::vector<std::string>{"104"});
+  EXPECT_EQ(keysOf(engine.contactsCollection), std::vector<std::string>{"104"});
 
   // Back to the business list, which is re-checked from its key list and then changed: the
   // personal checks become its reverse.
@@ -249,14 +256,14 @@ TEST_F(TPSWizardTest, DateFieldsStartFromTheDefaultsAndWriteThrough) {
   const Date today = Date::today();
   at(5, Groups{"T"});
   const auto& f = wizard->dateFields(5);
-  EXPECT_EQ(f.startText, formatWizardDate(Date{today.serial - 1}));
+  EXPECT_EQ(f.startText, formatDate(Date{today.serial - 1}, "mmmm d, yyyy"));
   EXPECT_EQ(f.endText, "December 31, " + std::to_string(today.year()));
   EXPECT_TRUE(f.startEnabled);
   EXPECT_FALSE(f.endEnabled);
 
   wizard->optSynchApptDate_Click(5, kSynchBetween);
   EXPECT_TRUE(f.endEnabled);
-  EXPECT_TRUE(wizard->txtDate_LostFocus(5, 0, "2024-03-05"));
+  EXPECT_TRUE(wizard->txtDate_LostFocus(5, 0, "3/5/2024 9:30 AM"));
   EXPECT_EQ(f.startText, "March 5, 2024");
   EXPECT_EQ(engine.mvarTimeEntriesSynchStartRange, Date::fromParts(2024, 3, 5));
   EXPECT_EQ(engine.mvarTimeEntriesSynchDateRangeType, kSynchBetween);
@@ -264,12 +271,6 @@ TEST_F(TPSWizardTest, DateFieldsStartFromTheDefaultsAndWriteThrough) {
   EXPECT_FALSE(f.startEnabled || f.endEnabled);
   EXPECT_FALSE(engine.mvarUseTimeEntryDateRange);
   EXPECT_TRUE(engine.mvarUseInvoiceDateRange);  // the invoice range is separate
-
-  Date parsed;
-  EXPECT_TRUE(parseWizardDate("Dec 31, 2026", parsed));
-  EXPECT_EQ(formatWizardDate(parsed), "December 31, 2026");
-  EXPECT_TRUE(parseWizardDate("2/29/2024", parsed));
-  EXPECT_FALSE(parseWizardDate("2/29/2023", parsed));
 }
 
 TEST_F(TPSWizardTest, CategoryStepChecksTheCategoryInUseAndStoresTheChoice) {
@@ -277,7 +278,8 @@ TEST_F(TPSWizardTest, CategoryStepChecksTheCategoryInUseAndStoresTheChoice) {
   at(6, Groups{"C"}, 2);
   const ClientTree& categories = wizard->tvwCategories;
   EXPECT_EQ(categories.checkedIDs(3), std::vector<std::string>{"5"});
-  EXPECT_EQ(categories.node(categories.findKey("Category:6")).parent, categories.findKey("Category:5"));
+  EXPECT_EQ(categories.node(categories.findKey("Category:6")).parent,
+            categories.findKey("Category:5"));
   wizard->tvwCategories.checkAllChildNodes(true, categories.findKey("Category:6"));
   wizard->cmdNav_Click(frmTPSWizard::kNavNext);
   EXPECT_EQ(engine.importCategory, 6);

@@ -11,9 +11,11 @@
 #include "db/sqlite_database.hpp"
 #include "frame/failure.hpp"
 #include "frame/module_state.hpp"
-#include "host/stream_message_box.hpp"
+#include "host/run_report.hpp"
+#include "host/terminal_message_box.hpp"
 #include "sync/tps_wizard.hpp"
 #include "sync/tps_wizard_terminal.hpp"
+#include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
@@ -29,7 +31,8 @@ TEST(WizardAnswers, ParsesEveryChoice) {
     "category": 12,
     "onlyNewEntries": false,
     "questions": {"default": "yes", "answers": {"Robert Chen": "no"}}
-  })", "/data");
+  })",
+                                             "/data");
   EXPECT_EQ(a.source, "/data/exports/tps.db");
   EXPECT_EQ(a.timeEntries, false);
   EXPECT_FALSE(a.invoices.has_value());
@@ -41,10 +44,9 @@ TEST(WizardAnswers, ParsesEveryChoice) {
   EXPECT_EQ(a.onlyWIP, false);
   EXPECT_EQ(a.category, 12);
 
-  AnswersMessageBox box(a);
-  EXPECT_EQ(box.ask("Robert Chen: Is this a business client?", kMessageValidation), kAnswerNo);
-  EXPECT_EQ(box.ask("Jane Smith: Is this a business client?", kMessageValidation), kAnswerYes);
-  EXPECT_EQ(box.questions().size(), 2u);
+  const auto box = makeAnswersMessageBox(a, nullptr, nullptr);
+  EXPECT_EQ(box->ask("Robert Chen: Is this a business client?", kMessageValidation), kAnswerNo);
+  EXPECT_EQ(box->ask("Jane Smith: Is this a business client?", kMessageValidation), kAnswerYes);
 }
 
 TEST(WizardAnswers, RejectsFieldsOfTheWrongForm) {
@@ -67,7 +69,6 @@ class WizardFrontEndTest : public ::testing::Test {
     hooks.sourceDatabase = [this] { return &source; };
     hooks.importTPSInformation = [this] { ++imports; };
   }
-  void TearDown() override { moduleState().MsgboxClass = nullptr; }
 
   std::string sampleExport() {
     const std::string path = ::testing::TempDir() + "/lf_tps_answers.db";
@@ -78,6 +79,7 @@ class WizardFrontEndTest : public ::testing::Test {
     return path;
   }
 
+  testing::ModuleStateGuard stateGuard;
   SqliteDatabase source;
   TPSImportOptions engine;
   TPSWizardHooks hooks;
@@ -86,19 +88,22 @@ class WizardFrontEndTest : public ::testing::Test {
 
 TEST_F(WizardFrontEndTest, BundledAnswersTakeThePreCheckedClientsAndAllDates) {
   if (std::system("python3 --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "no python3";
-  WizardAnswers answers = readWizardAnswers(std::string(LF_SOURCE_DIR) + "/samples/tps_answers.json");
+  WizardAnswers answers =
+      readWizardAnswers(std::string(LF_SOURCE_DIR) + "/samples/tps_answers.json");
   EXPECT_EQ(std::filesystem::path(answers.source).filename(), "tps_export.db");
   answers.source = sampleExport();
-  AnswersMessageBox box(answers);
-  moduleState().MsgboxClass = &box;
+  RunReport report;
+  const auto box = makeAnswersMessageBox(answers, &report, nullptr);
+  moduleState().MsgboxClass = box.get();
 
   frmTPSWizard wizard(engine, hooks);
   ASSERT_TRUE(runTPSWizardFromAnswers(wizard, answers));
   EXPECT_EQ(imports, 1);
-  EXPECT_TRUE(box.messages().empty());
-  EXPECT_EQ(engine.companyCollection.keys(),
+  EXPECT_TRUE(report.messages().empty());
+  EXPECT_EQ(keysOf(engine.companyCollection),
             (std::vector<std::string>{"101", "102", "103", "107", "109", "110", "111", "112"}));
-  EXPECT_EQ(engine.contactsCollection.keys(), (std::vector<std::string>{"104", "105", "106", "108"}));
+  EXPECT_EQ(keysOf(engine.contactsCollection),
+            (std::vector<std::string>{"104", "105", "106", "108"}));
   EXPECT_FALSE(engine.mvarUseTimeEntryDateRange);
   EXPECT_FALSE(engine.mvarUseInvoiceDateRange);
   EXPECT_FALSE(engine.importOnlyWIPTimeEntries);
@@ -106,12 +111,13 @@ TEST_F(WizardFrontEndTest, BundledAnswersTakeThePreCheckedClientsAndAllDates) {
 
 TEST_F(WizardFrontEndTest, AnswersStopAtAStepThatRefuses) {
   WizardAnswers answers = parseWizardAnswers(R"({"source": "/nonexistent/export.db"})", "");
-  AnswersMessageBox box(answers);
-  moduleState().MsgboxClass = &box;
+  RunReport report;
+  const auto box = makeAnswersMessageBox(answers, &report, nullptr);
+  moduleState().MsgboxClass = box.get();
   frmTPSWizard wizard(engine, hooks);
   EXPECT_FALSE(runTPSWizardFromAnswers(wizard, answers));
   EXPECT_EQ(wizard.step(), 2);
-  ASSERT_EQ(box.messages().size(), 1u);
+  EXPECT_EQ(report.messages().size(), 1u);
   EXPECT_EQ(imports, 0);
 }
 
@@ -120,12 +126,13 @@ TEST_F(WizardFrontEndTest, TerminalSessionTogglesClientsAndFinishes) {
   std::istringstream in("n\no " + sampleExport() +
                         "\nn\nt 1-3\nn\nn\nrange\nstart 13/45/2024\nall\nn\nn\nnew\nf\n");
   std::ostringstream out;
-  StreamMessageBox box(in, out);
+  TerminalMessageBox box(nullptr, &out, true);
+  box.setInput(&in);
   moduleState().MsgboxClass = &box;
   frmTPSWizard wizard(engine, hooks);
   EXPECT_TRUE(runTPSWizardAtTerminal(wizard, in, out));
   // Clients 1 to 3 of the list were pre-checked as businesses and are now unticked.
-  EXPECT_EQ(engine.companyCollection.keys(),
+  EXPECT_EQ(keysOf(engine.companyCollection),
             (std::vector<std::string>{"107", "109", "110", "111", "112"}));
   EXPECT_FALSE(engine.importOnlyNewEntries);
   EXPECT_EQ(imports, 1);
@@ -133,7 +140,7 @@ TEST_F(WizardFrontEndTest, TerminalSessionTogglesClientsAndFinishes) {
   EXPECT_NE(text.find("TPS Import Wizard - Select the business companies to synchronize"),
             std::string::npos);
   EXPECT_NE(text.find("[x]     1  Northwind Trading LTD  (101)"), std::string::npos);
-  EXPECT_NE(text.find("! You must enter a valid date."), std::string::npos);
+  EXPECT_NE(text.find("You must enter a valid date.\n"), std::string::npos);
 }
 
 }  // namespace
