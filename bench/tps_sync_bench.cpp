@@ -178,9 +178,9 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
       contactTree.populateTPSTree();
       bool unused = false;
       contactTree.populateInitialTPSClientsCheckedItems(true, unused);
-      for (const std::string& id : tree.checkedIDs()) o.companyCollection.add(id);
+      for (const std::string& id : tree.checkedIDs()) o.companyCollection.addRow({lf::Variant::text(id)});
       contactTree.populateInitialTPSClientsCheckedItems(false, unused);
-      for (const std::string& id : tree.checkedIDs()) o.contactsCollection.add(id);
+      for (const std::string& id : tree.checkedIDs()) o.contactsCollection.addRow({lf::Variant::text(id)});
 
       engine.importTPSInformation();
     }
@@ -211,8 +211,8 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
         std::chrono::duration<double>(std::chrono::steady_clock::now() - rawStart).count();
 
     long sourceRows = 0;
-    for (const auto& stage : report.toJson()["stages"].items())
-      sourceRows += stage.value().value("read", 0L);
+    const nlohmann::json summary = report.toJson();
+    for (const nlohmann::json& stage : summary.at("stages")) sourceRows += stage.value("read", 0L);
     struct rusage usage {};
     getrusage(RUSAGE_SELF, &usage);
 

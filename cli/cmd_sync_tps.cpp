@@ -33,26 +33,6 @@ struct SyncTPSOptions {
   bool listClients = false;
 };
 
-// The answers-file message box, with every message and answer entered in the run report.
-class ReportedAnswersMessageBox : public MessageBox {
- public:
-  ReportedAnswersMessageBox(const WizardAnswers& answers, RunReport& report, std::ostream* log)
-      : answers_(answers, log), report_(report) {}
-  void show(std::string_view text, int kind) override {
-    answers_.show(text, kind);
-    report_.addMessage(std::string(text), kind);
-  }
-  int ask(std::string_view text, int kind) override {
-    int answer = answers_.ask(text, kind);
-    report_.addQuestion(std::string(text), kind, answer, "answers");
-    return answer;
-  }
-
- private:
-  AnswersMessageBox answers_;
-  RunReport& report_;
-};
-
 int listClients(const std::string& sourcePath) {
   SqliteDatabase source;
   source.setDatabasePath(sourcePath);
@@ -98,10 +78,10 @@ int runSync(const SyncTPSOptions& options) {
   if (answers.source.empty()) throw std::runtime_error("no TPS export given (--source)");
 
   std::ostream* log = options.host.quiet ? nullptr : &std::cerr;
-  std::unique_ptr<ReportedAnswersMessageBox> answersBox;
+  std::unique_ptr<TerminalMessageBox> answersBox;
   MessageBox* messages = &session.messages();
   if (!options.host.interactive) {
-    answersBox = std::make_unique<ReportedAnswersMessageBox>(answers, report, log);
+    answersBox = makeAnswersMessageBox(answers, &report, log);
     messages = answersBox.get();
   }
   // The bar is drawn only when stderr is a terminal.

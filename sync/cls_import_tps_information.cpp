@@ -35,8 +35,8 @@ clsImportTPSInformation::clsImportTPSInformation() : xref_(tpsCrossReferenceWord
 }
 
 clsImportTPSInformation::~clsImportTPSInformation() {
-  options_.companyCollection.clear();
-  options_.contactsCollection.clear();
+  options_.companyCollection.clearList();
+  options_.contactsCollection.clearList();
   ignoreErrors([&] { closeDataRecordsets(); });
   ignoreErrors([&] { closeTPSDatabase(); });
   moduleState().raiseExitProgram = nullptr;

@@ -420,7 +420,7 @@ long clsImportTPSInformation::getContactIDFromTPSContactID(const std::string& tp
 
 void clsImportTPSInformation::importTPSBusinessClients() {
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSBusinessClients", [&] {
-    for (const std::string& key : options_.companyCollection.keys()) {
+    for (const std::string& key : keysOf(options_.companyCollection)) {
       if (G::isBlank(key)) continue;
       syncRecord("business clients", [&] {
         // Read anew for every key, so a choice in the finder's dialog takes effect at once.
@@ -469,7 +469,7 @@ void clsImportTPSInformation::importTPSPersonalClients() {
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSPersonalClients", [&] {
     long year = currentPersonalYear();
     const long category = dropDown() != nullptr ? dropDown()->getCategoryForYear(year, "") : -1;
-    for (const std::string& key : options_.contactsCollection.keys()) {
+    for (const std::string& key : keysOf(options_.contactsCollection)) {
       if (G::isBlank(key)) continue;
       syncRecord("personal clients", [&] {
         bool check = companyFinder().duplicateCheckEnabled();

@@ -236,7 +236,7 @@ TEST_F(TPSSyncTest, StagesRunInOrderUnderTheProgressDialogWithTheirCaptions) {
   };
   auto engine = makeEngine();
   engine->setShowProgress(true);
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   EXPECT_FALSE(engine->importTPSInformation());
 
   EXPECT_EQ(dialogs, 1);
@@ -260,7 +260,7 @@ TEST_F(TPSSyncTest, NothingRunsUnderProgressWhenAllGroupsAreOff) {
   auto engine = makeEngine();
   engine->setShowProgress(true);
   engine->setSyncObjects(false, false, false, false);
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   EXPECT_EQ(dialogs, 0);
   EXPECT_EQ(count("SELECT Companies.* FROM Companies;"), 0);
@@ -272,8 +272,8 @@ TEST_F(TPSSyncTest, SecondRunOnOneEngineReopensTheRecordsetsAndAddsNothing) {
   addClient("104", "Name, FirstName, SIN", "'Jane Smith', 'Jane', '900 100 104'");
   exportFile.exec("INSERT INTO Invoices VALUES (2, 104, '1002', '2024-03-31', '50', NULL, NULL, NULL);");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
-  engine->options().contactsCollection.add("104");
+  engine->options().companyCollection.addRow({Variant::text("101")});
+  engine->options().contactsCollection.addRow({Variant::text("104")});
   engine->importTPSInformation();
   const long companies = count("SELECT Companies.* FROM Companies;");
   const long contacts = count("SELECT Contacts.* FROM Contacts;");
@@ -292,7 +292,7 @@ TEST_F(TPSSyncTest, SecondRunOnOneEngineReopensTheRecordsetsAndAddsNothing) {
 TEST_F(TPSSyncTest, KnownClientIsRewrittenOnlyWithoutOnlyNewEntriesKeepingBlankFields) {
   addClient("101", "Name, Industry, City1", "'Northwind Trading LTD', 'Wholesale', 'Toronto'");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   const std::string sql = "SELECT Companies.* FROM Companies;";
   ASSERT_EQ(text(sql, "City"), "Toronto");
@@ -311,12 +311,12 @@ TEST_F(TPSSyncTest, KnownClientIsRewrittenOnlyWithoutOnlyNewEntriesKeepingBlankF
 TEST_F(TPSSyncTest, AnotherFirmsCrossReferencesAreNotSeen) {
   addClient("101", "Name", "'Northwind Trading LTD'");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   exportFile.exec("UPDATE Firm SET Active = 1 - Active;");
   auto other = makeEngine();
   ASSERT_EQ(other->sourceFirmID(), "Bayfield Books");
-  other->options().companyCollection.add("101");
+  other->options().companyCollection.addRow({Variant::text("101")});
   other->importTPSInformation();
   EXPECT_EQ(count("SELECT Companies.* FROM Companies;"), 2);
   EXPECT_EQ(count("SELECT TPSClients.* FROM TPSClients WHERE TPSDBID = 'Bayfield Books';"), 1);
@@ -326,7 +326,7 @@ TEST_F(TPSSyncTest, ApostropheInTheFirmNameFailsTheCrossReferenceStatements) {
   exportFile.exec("UPDATE Firm SET Name = 'O''Hara & Co' WHERE FirmID = 2;");
   addClient("101", "Name", "'Northwind Trading LTD'");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   ASSERT_FALSE(errors.errors.empty());
   EXPECT_EQ(errors.errors.front().source,
@@ -341,7 +341,7 @@ TEST_F(TPSSyncTest, CompanyTypeFollowsTheLegalFormAfterABlank) {
   addClient("4", "Name", "'Sunrise Bakery Ltd,'");
   addClient("5", "Name, PrintAs", "NULL, '  '");
   auto engine = makeEngine();
-  for (const char* id : {"1", "2", "3", "4", "5"}) engine->options().companyCollection.add(id);
+  for (const char* id : {"1", "2", "3", "4", "5"}) engine->options().companyCollection.addRow({Variant::text(id)});
   engine->importTPSInformation();
   auto type = [&](const std::string& name) {
     return value("SELECT Companies.* FROM Companies WHERE CompanyName = '" + name + "';",
@@ -362,7 +362,7 @@ TEST_F(TPSSyncTest, BusinessNumbersTakeTheProgramSuffixesEvenWhenAbsent) {
             "'Numbered Ltd', '111222333', 'June 30, 2024', '4455667'");
   addClient("3", "Name, YearEnd", "'Dateless Inc', 'sometime'");
   auto engine = makeEngine();
-  for (const char* id : {"1", "2", "3"}) engine->options().companyCollection.add(id);
+  for (const char* id : {"1", "2", "3"}) engine->options().companyCollection.addRow({Variant::text(id)});
   engine->importTPSInformation();
   auto data = [&](const std::string& name, const std::string& column) {
     return value("SELECT ClientData.* FROM ClientData INNER JOIN Companies ON "
@@ -388,7 +388,7 @@ TEST_F(TPSSyncTest, CompanyNotesKeepTheirOwnOrdinals) {
             "'Northwind LTD', 'PO Box 77', 'Toronto', '647', '5550130', '5550131', '4', "
             "'info@northwind.example', 'Lease 7', 1");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("1");
+  engine->options().companyCollection.addRow({Variant::text("1")});
   engine->importTPSInformation();
   const std::string notes = text("SELECT CompaniesNotes.* FROM CompaniesNotes;", "Notes");
   EXPECT_NE(notes.find("TPS 2nd Address:\r\n\\par PO Box 77"), std::string::npos) << notes;
@@ -409,7 +409,7 @@ TEST_F(TPSSyncTest, BusinessContactsAreLinkedAndThePrimaryIsTheDefault) {
       "'not known'), (21, 21, 'Lena', 'Marsh', NULL, NULL, '1970-02-03');"
       "INSERT INTO ClientContacts VALUES (101, 20, 0), (101, 21, 1);");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   EXPECT_EQ(text("SELECT Contacts.* FROM Contacts WHERE LastName = 'Pike';", "DisplayName"),
             "Gord Pike");
@@ -435,7 +435,7 @@ TEST_F(TPSSyncTest, InvoicesParseMoneySkipIdOneAndCountAsSettled) {
       " (2, '2024-05-01', 101, 3, '$50.00', 'Part'), (3, '2024-05-02', 101, 3, '($12.50)', 'Discount'),"
       " (4, '2024-05-03', 101, 3, 'no amount', '  Unreadable  ');");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   EXPECT_EQ(count("SELECT Invoices.* FROM Invoices;"), 2);
   EXPECT_EQ(count("SELECT TPSInvoiceEntries.* FROM TPSInvoiceEntries WHERE TPSInvoiceID = 1;"), 0);
@@ -458,7 +458,7 @@ TEST_F(TPSSyncTest, DepositRewrittenWithoutOnlyNewEntriesGetsAnotherPaymentRow) 
       "INSERT INTO Invoices VALUES (2, 101, '1002', '2024-03-31', '$10.00', NULL, NULL, NULL);"
       "INSERT INTO Payments VALUES (1, '2024-04-20', 101, 2, '$10.00', 'Cheque');");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   engine->importTPSInformation();
   EXPECT_EQ(count("SELECT DepositPayments.* FROM DepositPayments;"), 1);
@@ -502,7 +502,7 @@ TEST_F(TPSSyncTest, TimeEntriesBecomeDocketsAndBilledOnesInvoiceDockets) {
       " (3, NULL, 3, '2024-03-06 10:00:00', 15, NULL, 0, NULL, 'No client', NULL, NULL),"
       " (4, 101, 3, '2024-03-07 10:00:00', 30, 99, 2, NULL, 'Unknown invoice', NULL, NULL);");
   auto engine = makeEngine();
-  engine->options().companyCollection.add("101");
+  engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   ASSERT_EQ(count("SELECT Dockets.* FROM Dockets;"), 3);
   const std::string billed = "SELECT Dockets.* FROM Dockets WHERE TextBody = 'Monthly bookkeeping';";
@@ -577,7 +577,7 @@ TEST_F(TPSSyncTest, PersonalClientsJoinTheYearsTaxCategory) {
   addClient("104", "Name, Title, FirstName, Email2, SIN, Phone3, InActive",
             "'Smith', 'Ms.', 'Jane', 'jsmith@work.example', '900 100 104', '5550162', 1");
   auto engine = makeEngine();
-  engine->options().contactsCollection.add("104");
+  engine->options().contactsCollection.addRow({Variant::text("104")});
   engine->importTPSInformation();
   const std::string sql = "SELECT Contacts.* FROM Contacts WHERE SocialInsuranceNumber = '900 100 104';";
   EXPECT_EQ(text(sql, "FirstName"), "Jane");
