@@ -228,6 +228,15 @@ struct Recordset {
   std::vector<std::unordered_map<std::int64_t, std::uint32_t>> rowidMaps;
   bool rowidMapsBuilt = false;
 
+  // An updatable recordset of one table reads its rows at their first use rather than when
+  // it is opened, so that a recordset opened only to add rows never reads the table. The
+  // rows are then those of the table up to `ceiling` (its last rowid at opening) and the
+  // rows this recordset added, as a keyset read at opening would hold them.
+  bool loaded = true;
+  std::int64_t ceiling = 0;
+  std::vector<std::int64_t> ownRowids;
+  std::int64_t cursorRowid = 0;  // the row added last before the rows were read
+
   bool adding = false;
   std::vector<std::pair<int, std::string>> pending;  // column index, text
   std::int64_t reservedKey = 0;
@@ -340,12 +349,42 @@ struct SqliteDatabase::Impl {
     return tables.emplace(key, std::move(info)).first->second;
   }
 
+  // The recordset with its rows read.
   Recordset& rs(std::int32_t handle) {
+    Recordset& r = rsUnread(handle);
+    if (!r.loaded) readRows(r);
+    return r;
+  }
+
+  // The recordset as it stands: enough for adding a row.
+  Recordset& rsUnread(std::int32_t handle) {
     auto it = recordsets.find(handle);
     if (it == recordsets.end())
       throw DatabaseFailure("Operation is not allowed when the object is closed (recordset " +
                             std::to_string(handle) + ").");
     return *it->second;
+  }
+
+  // Reads the rows of a recordset whose reading was put off (see Recordset::loaded).
+  void readRows(Recordset& r) {
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, r.translated.sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
+      fail("Cannot open \"" + r.accessSql + "\"");
+    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(stmt, sqlite3_finalize);
+    const size_t total = static_cast<size_t>(sqlite3_column_count(stmt));
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+      Row row = readRow(stmt, r.columns, total);
+      const std::int64_t rowid = row.cells[r.columns.size()].i;
+      if (rowid > r.ceiling &&
+          std::find(r.ownRowids.begin(), r.ownRowids.end(), rowid) == r.ownRowids.end())
+        continue;
+      r.rows.push_back(std::move(row));
+      if (rowid == r.cursorRowid) r.cursor = r.rows.size() - 1;
+    }
+    if (rc != SQLITE_DONE) fail("Cannot read \"" + r.accessSql + "\"");
+    r.loaded = true;
+    r.ownRowids.clear();
   }
 
   int columnIndex(Recordset& r, std::string_view field) {
@@ -479,9 +518,19 @@ struct SqliteDatabase::Impl {
         if (r->columns[i].slot >= 0 && r->translated.tables[r->columns[i].slot].alias == t.alias)
           r->byName.emplace(upper(t.alias + "." + r->columns[i].name), static_cast<int>(i));
 
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW)
-      r->rows.push_back(readRow(stmt, r->columns, total));
-    if (rc != SQLITE_DONE) fail("Cannot read \"" + std::string(accessSql) + "\"");
+    if (lockType != kLockReadOnly && r->translated.rowidsAppended &&
+        r->translated.tables.size() == 1) {
+      // Updatable, one table: the rows are read at their first use.
+      const TableInfo& info = tableInfo(r->translated.tables[0].table);
+      sqlite3_stmt* last = cached("SELECT max(rowid) FROM \"" + info.name + "\"");
+      r->ceiling = sqlite3_step(last) == SQLITE_ROW ? sqlite3_column_int64(last, 0) : 0;
+      sqlite3_reset(last);
+      r->loaded = false;
+    } else {
+      while ((rc = sqlite3_step(stmt)) == SQLITE_ROW)
+        r->rows.push_back(readRow(stmt, r->columns, total));
+      if (rc != SQLITE_DONE) fail("Cannot read \"" + std::string(accessSql) + "\"");
+    }
     std::int32_t handle = nextHandle++;
     recordsets.emplace(handle, std::move(r));
     return handle;
@@ -548,7 +597,7 @@ struct SqliteDatabase::Impl {
                  const Variant& value) {
     for (auto& [handle, owned] : recordsets) {
       Recordset& r = *owned;
-      if (!r.hasRowids()) continue;
+      if (!r.hasRowids() || !r.loaded) continue;  // unread rows are read as they are now
       for (size_t c = 0; c < r.columns.size(); ++c) {
         const Column& col = r.columns[c];
         // Compared without building upper-case copies: this runs for every column of every
@@ -734,7 +783,7 @@ bool SqliteDatabase::isRecordsetOpen(std::int32_t handle) {
 }
 
 std::int32_t SqliteDatabase::requery(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->rsUnread(handle);
   std::string sql = r.accessSql;
   int lock = r.lockType;
   std::int32_t fresh = impl_->open(sql, lock);
@@ -834,8 +883,9 @@ bool SqliteDatabase::findNext(std::int32_t handle) {
 }
 
 Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->rsUnread(handle);
   int c = impl_->columnIndex(r, field);
+  if (!r.adding && !r.loaded) impl_->readRows(r);
   if (r.adding) {
     const Column& col = r.columns[static_cast<size_t>(c)];
     for (auto it = r.pending.rbegin(); it != r.pending.rend(); ++it)
@@ -850,8 +900,9 @@ Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
 
 bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::string_view value,
                               bool, bool) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->rsUnread(handle);
   if (r.adding) return setNewField(handle, field, value);
+  if (!r.loaded) impl_->readRows(r);
   int c = impl_->columnIndex(r, field);
   const Column& col = impl_->writableColumn(r, c);
   impl_->currentRow(r);
@@ -871,7 +922,7 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
 }
 
 bool SqliteDatabase::addNewRecord(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->rsUnread(handle);
   if (r.lockType == kLockReadOnly)
     throw DatabaseFailure(
         "Current Recordset does not support updating. This may be a limitation of the provider, or "
@@ -888,7 +939,7 @@ bool SqliteDatabase::addNewRecord(std::int32_t handle) {
 
 bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
                                  std::string_view value) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->rsUnread(handle);
   if (!r.adding) throw DatabaseFailure("setNewField without addNewRecord.");
   int c = impl_->columnIndex(r, field);
   const Column& col = impl_->writableColumn(r, c);
@@ -903,7 +954,7 @@ bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
 }
 
 bool SqliteDatabase::updateRecord(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->rsUnread(handle);
   if (!r.adding) return true;  // setField writes at once
   r.adding = false;
   const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
@@ -940,6 +991,12 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   std::int64_t rowid = sqlite3_last_insert_rowid(impl_->db);
   r.pending.clear();
   r.hasReservedKey = false;
+  if (!r.loaded) {
+    // The row joins this recordset when its rows are read, as the current row.
+    r.ownRowids.push_back(rowid);
+    r.cursorRowid = rowid;
+    return true;
+  }
 
   // The new row joins this recordset, read back with the table's defaults.
   sqlite3_stmt* read = impl_->cached("SELECT * FROM \"" + info.name + "\" WHERE rowid = ?");
