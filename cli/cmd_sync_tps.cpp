@@ -83,6 +83,8 @@ int runSync(const SyncTPSOptions& options) {
   if (!options.host.interactive) {
     answersBox = makeAnswersMessageBox(answers, &report, log);
     messages = answersBox.get();
+  } else {
+    session.messages().setInput(&std::cin);  // the run's questions are asked at the terminal
   }
   // The bar is drawn only when stderr is a terminal.
   moduleState().makeProgressDialog = []() -> std::unique_ptr<ProgressDialog> {
