@@ -505,7 +505,7 @@ struct SqliteDatabase::Impl {
       c.origin = origin ? origin : "";
       c.kind = kindOfDeclaredType(sqlite3_column_decltype(stmt, static_cast<int>(i)));
       for (size_t s = 0; s < r->slotCount; ++s)
-        if (!c.table.empty() && upper(r->translated.tables[s].table) == upper(c.table)) {
+        if (!c.table.empty() && sameName(r->translated.tables[s].table, c.table)) {
           c.slot = static_cast<int>(s);
           break;
         }
