@@ -70,8 +70,7 @@ class DatabaseService {
   virtual bool setField(std::int32_t handle, std::string_view field, std::string_view value,
                         bool flag1 = false, bool flag2 = false) = 0;
   virtual bool addNewRecord(std::int32_t handle) = 0;
-  virtual bool setNewField(std::int32_t handle, std::string_view field,
-                           std::string_view value) = 0;
+  virtual bool setNewField(std::int32_t handle, std::string_view field, std::string_view value) = 0;
   virtual bool updateRecord(std::int32_t handle) = 0;
   virtual bool deleteRecord(std::int32_t handle) = 0;
 

@@ -36,7 +36,9 @@ void civilFromDays(long z, int& y, int& m, int& d) {
 
 constexpr long kSerialEpochFromUnix = -25569;  // 1899-12-30 is 25569 days before 1970-01-01
 
-long wholeDays(double serial) { return static_cast<long>(std::floor(serial + 1e-9)); }
+long wholeDays(double serial) {
+  return static_cast<long>(std::floor(serial + 1e-9));
+}
 
 // Seconds into the day, rounded to the nearest second.
 int secondsOfDay(double serial) {
@@ -64,11 +66,12 @@ Date Date::now() {
   std::time_t t = std::time(nullptr);
   std::tm tm{};
   localtime_r(&t, &tm);
-  return fromParts(tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min,
-                   tm.tm_sec);
+  return fromParts(tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
 }
 
-Date Date::today() { return now().datePart(); }
+Date Date::today() {
+  return now().datePart();
+}
 
 int Date::year() const {
   int y, m, d;
@@ -85,17 +88,27 @@ int Date::day() const {
   civilFromDays(wholeDays(serial) + kSerialEpochFromUnix, y, m, d);
   return d;
 }
-int Date::hour() const { return secondsOfDay(serial) / 3600; }
-int Date::minute() const { return secondsOfDay(serial) / 60 % 60; }
-int Date::second() const { return secondsOfDay(serial) % 60; }
+int Date::hour() const {
+  return secondsOfDay(serial) / 3600;
+}
+int Date::minute() const {
+  return secondsOfDay(serial) / 60 % 60;
+}
+int Date::second() const {
+  return secondsOfDay(serial) % 60;
+}
 int Date::weekday() const {
   // 1899-12-30 was a Saturday (7).
   long w = (wholeDays(serial) + 6) % 7;
   if (w < 0) w += 7;
   return static_cast<int>(w) + 1;
 }
-Date Date::datePart() const { return Date{static_cast<double>(wholeDays(serial))}; }
-double Date::timePart() const { return secondsOfDay(serial) / 86400.0; }
+Date Date::datePart() const {
+  return Date{static_cast<double>(wholeDays(serial))};
+}
+double Date::timePart() const {
+  return secondsOfDay(serial) / 86400.0;
+}
 
 std::string Date::toIso() const {
   char buf[32];

@@ -16,8 +16,7 @@ namespace lf {
 struct Date {
   double serial = 0.0;  // days since 1899-12-30; fraction is the time of day
 
-  static Date fromParts(int year, int month, int day, int hour = 0, int minute = 0,
-                        int second = 0);
+  static Date fromParts(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
   // Today at midnight, and now, from the system clock in local time.
   static Date today();
   static Date now();

@@ -10,7 +10,8 @@ namespace lf {
 // A failure with the legacy error number, for the log and the report.
 class Failure : public std::runtime_error {
  public:
-  explicit Failure(const std::string& message, long number = 5) : std::runtime_error(message), number_(number) {}
+  explicit Failure(const std::string& message, long number = 5)
+      : std::runtime_error(message), number_(number) {}
   long number() const { return number_; }
 
  private:

@@ -43,7 +43,9 @@ ProcedureGuard::~ProcedureGuard() {
   if (traced_ && state.errorClass != nullptr) state.errorClass->leaveProcedure();
 }
 
-ProcedureGuard* ProcedureGuard::current() { return innermost; }
+ProcedureGuard* ProcedureGuard::current() {
+  return innermost;
+}
 
 bool ProcedureGuard::handle(std::exception_ptr failure) {
   ModuleState& state = moduleState();

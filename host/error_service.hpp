@@ -9,7 +9,7 @@ namespace lf {
 
 // What getErrorAction answers.
 enum ErrorAction : int {
-  kErrorResumeNext = 1,   // carry on with the next statement (record)
+  kErrorResumeNext = 1,  // carry on with the next statement (record)
   kErrorLeaveProcedure = 2,
   kErrorExitProgram = 3,
 };

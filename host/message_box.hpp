@@ -9,7 +9,7 @@ namespace lf {
 // Message kinds in use.
 enum MessageKind : int {
   kMessageInformation = 1,
-  kMessageValidation = 3,     // wizards' validation messages, the sync's yes/no questions
+  kMessageValidation = 3,  // wizards' validation messages, the sync's yes/no questions
   kMessageTaxQuestion = 4,
   kMessageFileLocation = 9,
   kMessageWrongPassword = 16,

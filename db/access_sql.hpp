@@ -1,0 +1,40 @@
+// Translation of the Access-dialect statements of the system into SQLite.
+//
+// Handles: #date# literals (ISO, m/d/yyyy and "mmmm d, yyyy" forms, with an optional time)
+// into 'YYYY-MM-DD HH:MM:SS' text; True/False into 1/0; [bracketed names] and double-quoted
+// strings; Like patterns with * and ?; & concatenation; DISTINCTROW; the closing ";".
+// A second statement after a ";" is refused, so that a value holding "'; DROP TABLE" can make
+// a statement fail but never run another one.
+//
+// For a plain SELECT the translation also names the tables of the FROM clause and appends
+// one rowid column per table to the select list, so that the recordset can write its rows
+// back and keep its keyset.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lf {
+
+struct FromTable {
+  std::string table;  // as named in the statement
+  std::string alias;  // the name to qualify its columns with (the table when no alias)
+};
+
+struct TranslatedSql {
+  std::string sql;
+  std::vector<FromTable> tables;  // in FROM order
+  // When true, the last tables.size() result columns are the rowids of those tables.
+  bool rowidsAppended = false;
+};
+
+// Throws DatabaseFailure for a malformed statement (unterminated literal, bad date,
+// more than one statement).
+TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids = true);
+
+// Parses the text between # marks of a date literal (also used for date text written to
+// DATETIME columns). Answers false when the text is no date.
+bool parseSqlDateText(std::string_view text, std::string& isoOut);
+
+}  // namespace lf

@@ -1,0 +1,1004 @@
+// SQLite implementation of the database service: connection, keyset recordsets, searches
+// with per-column indexes, writes converted to the declared column types, and write groups.
+#include "db/sqlite_database.hpp"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <unordered_map>
+#include <vector>
+
+#include "db/access_sql.hpp"
+#include "frame/failure.hpp"
+#include "host/general_utilities.hpp"
+
+namespace lf {
+namespace {
+
+using Kind = Variant::Kind;
+
+std::string upper(std::string_view s) {
+  return GeneralUtilities::upperCase(s);
+}
+
+// Column type from the declared type of a table column.
+Kind kindOfDeclaredType(const char* declared) {
+  if (declared == nullptr) return Kind::Null;  // expression: by storage class
+  std::string d = upper(declared);
+  if (d.find("BOOL") != std::string::npos || d.find("BIT") != std::string::npos ||
+      d.find("YESNO") != std::string::npos)
+    return Kind::Boolean;
+  if (d.find("INT") != std::string::npos || d.find("COUNTER") != std::string::npos)
+    return Kind::Integer;
+  if (d.find("DATE") != std::string::npos || d.find("TIME") != std::string::npos) return Kind::Date;
+  if (d.find("CURRENCY") != std::string::npos || d.find("MONEY") != std::string::npos ||
+      d.find("DOUB") != std::string::npos || d.find("REAL") != std::string::npos ||
+      d.find("FLOA") != std::string::npos || d.find("NUMERIC") != std::string::npos ||
+      d.find("DECIMAL") != std::string::npos || d.find("SINGLE") != std::string::npos)
+    return Kind::Double;
+  return Kind::Text;
+}
+
+// Money text as the legacy conversion accepts it: "$1,234.50", "(12.50)", "-5".
+bool parseNumberText(std::string_view text, double& out) {
+  std::string t = GeneralUtilities::trim(text);
+  bool negative = false;
+  if (t.size() >= 2 && t.front() == '(' && t.back() == ')') {
+    negative = true;
+    t = t.substr(1, t.size() - 2);
+  }
+  std::string cleaned;
+  for (char c : t)
+    if (c != '$') cleaned += c;
+  if (!GeneralUtilities::parseNumber(cleaned, out)) return false;
+  if (negative) out = -out;
+  return true;
+}
+
+// Converts the text written by a caller to the value stored in a column of that kind.
+Variant convertForColumn(Kind kind, std::string_view text, std::string_view column) {
+  if (kind == Kind::Text || kind == Kind::Null) return Variant::text(std::string(text));
+  if (GeneralUtilities::isBlank(text)) return Variant::null();
+  std::string t = GeneralUtilities::trim(text);
+  std::string u = upper(t);
+  double number = 0;
+  switch (kind) {
+    case Kind::Boolean:
+      if (u == "TRUE" || u == "YES" || u == "ON") return Variant::boolean(true);
+      if (u == "FALSE" || u == "NO" || u == "OFF") return Variant::boolean(false);
+      if (parseNumberText(t, number)) return Variant::boolean(number != 0);
+      break;
+    case Kind::Integer:
+      if (u == "TRUE") return Variant::integer(-1);
+      if (u == "FALSE") return Variant::integer(0);
+      if (parseNumberText(t, number)) return Variant::integer(std::llround(number));
+      break;
+    case Kind::Double:
+      if (parseNumberText(t, number)) return Variant::real(number);
+      break;
+    case Kind::Date: {
+      std::string iso;
+      if (parseSqlDateText(t, iso)) return Variant::date(*Date::fromIso(iso));
+      if (parseNumberText(t, number)) return Variant::date(Date{number});
+      break;
+    }
+    default:
+      break;
+  }
+  throw DatabaseFailure("Data type mismatch: '" + std::string(text) + "' cannot be stored in " +
+                        std::string(column) + ".");
+}
+
+// One cached value. Text lives in the row's arena.
+struct Cell {
+  Kind kind = Kind::Null;
+  std::uint32_t off = 0;
+  std::uint32_t len = 0;
+  std::int64_t i = 0;
+  double d = 0;
+};
+
+struct Row {
+  std::vector<Cell> cells;
+  std::string arena;
+
+  void set(size_t index, const Variant& v) {
+    Cell& c = cells[index];
+    c.kind = v.kind();
+    switch (v.kind()) {
+      case Kind::Text: {
+        std::string s = v.toString();
+        c.off = static_cast<std::uint32_t>(arena.size());
+        c.len = static_cast<std::uint32_t>(s.size());
+        arena += s;
+        break;
+      }
+      case Kind::Integer:
+        c.i = v.toLong();
+        break;
+      case Kind::Boolean:
+        c.i = v.toBool() ? 1 : 0;
+        break;
+      case Kind::Double:
+        c.d = v.toDouble();
+        break;
+      case Kind::Date:
+        c.d = v.toDate()->serial;
+        break;
+      case Kind::Null:
+        break;
+    }
+  }
+
+  Variant get(size_t index) const {
+    const Cell& c = cells[index];
+    switch (c.kind) {
+      case Kind::Text:
+        return Variant::text(arena.substr(c.off, c.len));
+      case Kind::Integer:
+        return Variant::integer(c.i);
+      case Kind::Boolean:
+        return Variant::boolean(c.i != 0);
+      case Kind::Double:
+        return Variant::real(c.d);
+      case Kind::Date:
+        return Variant::date(Date{c.d});
+      case Kind::Null:
+        break;
+    }
+    return Variant::null();
+  }
+};
+
+// The text a value is compared by in a search: numbers canonical, text case-folded.
+std::string compareKey(const Variant& v) {
+  char buf[64];
+  switch (v.kind()) {
+    case Kind::Null:
+      return std::string("\x01null", 5);
+    case Kind::Integer:
+    case Kind::Double:
+      std::snprintf(buf, sizeof buf, "n%.15g", v.toDouble());
+      return buf;
+    case Kind::Boolean:
+      return v.toBool() ? "n-1" : "n0";
+    case Kind::Date:
+      return "d" + v.toDate()->toIso();
+    case Kind::Text:
+      return "t" + upper(v.toString());
+  }
+  return "";
+}
+
+// The key of a criterion value written as text against a column of that kind.
+std::string criterionKey(Kind kind, std::string_view text) {
+  try {
+    if (kind == Kind::Null) kind = Kind::Text;
+    Variant v = convertForColumn(kind, text, "");
+    if (v.isNull()) return std::string("\x02none", 5);  // blank never equals a value
+    return compareKey(v);
+  } catch (const DatabaseFailure&) {
+    return std::string("\x02none", 5);
+  }
+}
+
+struct Column {
+  std::string name;
+  std::string table;   // origin table, empty for an expression
+  std::string origin;  // origin column
+  Kind kind = Kind::Null;
+  int slot = -1;  // index of the origin table among the FROM tables
+};
+
+struct TableInfo {
+  std::string name;
+  std::unordered_map<std::string, std::pair<std::string, Kind>> columns;  // UPPER name
+  std::string rowidAlias;                                                 // INTEGER PRIMARY KEY
+};
+
+struct Recordset {
+  std::string accessSql;
+  int lockType = kLockReadOnly;
+  TranslatedSql translated;
+  std::vector<Column> columns;  // visible columns
+  size_t slotCount = 0;
+  std::unordered_map<std::string, int> byName;
+  std::vector<Row> rows;
+  size_t cursor = 0;
+  bool currentDeleted = false;
+
+  std::vector<int> findColumns;
+  std::string findKey;
+  std::unordered_map<std::string, std::unordered_map<std::string, std::vector<std::uint32_t>>>
+      indexes;
+  std::vector<std::unordered_map<std::int64_t, std::uint32_t>> rowidMaps;
+  bool rowidMapsBuilt = false;
+
+  bool adding = false;
+  std::vector<std::pair<int, std::string>> pending;  // column index, text
+  std::int64_t reservedKey = 0;
+  bool hasReservedKey = false;
+
+  std::int64_t rowidOf(size_t row, size_t slot) const {
+    return rows[row].cells[columns.size() + slot].i;
+  }
+  bool hasRowids() const { return translated.rowidsAppended; }
+};
+
+std::string indexName(const std::vector<int>& cols) {
+  std::string name;
+  for (int c : cols) name += std::to_string(c) + ",";
+  return name;
+}
+
+}  // namespace
+
+struct SqliteDatabase::Impl {
+  sqlite3* db = nullptr;
+  std::string path;
+  bool bulk = false;
+  std::int32_t nextHandle = 1;
+  std::unordered_map<std::int32_t, std::unique_ptr<Recordset>> recordsets;
+  std::unordered_map<std::string, sqlite3_stmt*> statements;
+  std::unordered_map<std::string, TableInfo> tables;  // UPPER name
+  std::unordered_map<std::string, std::int64_t> lastReserved;
+  int groupDepth = 0;
+
+  ~Impl() { disconnect(); }
+
+  void disconnect() {
+    recordsets.clear();
+    for (auto& [sql, stmt] : statements) sqlite3_finalize(stmt);
+    statements.clear();
+    tables.clear();
+    lastReserved.clear();
+    groupDepth = 0;
+    if (db != nullptr) sqlite3_close_v2(db);
+    db = nullptr;
+  }
+
+  [[noreturn]] void fail(const std::string& what) {
+    std::string message = what;
+    if (db != nullptr) message += ": " + std::string(sqlite3_errmsg(db));
+    throw DatabaseFailure(message);
+  }
+
+  void requireOpen() {
+    if (db == nullptr) throw DatabaseFailure("The connection to the database is not open.");
+  }
+
+  void exec(const char* sql) {
+    char* err = nullptr;
+    if (sqlite3_exec(db, sql, nullptr, nullptr, &err) != SQLITE_OK) {
+      std::string message = err ? err : "failed";
+      sqlite3_free(err);
+      throw DatabaseFailure(message);
+    }
+  }
+
+  void configure() {
+    exec("PRAGMA journal_mode=WAL;");
+    exec("PRAGMA synchronous=NORMAL;");
+    exec("PRAGMA foreign_keys=OFF;");
+    // Reading the schema proves that the file is a database.
+    exec("SELECT count(*) FROM sqlite_master;");
+  }
+
+  sqlite3_stmt* cached(const std::string& sql) {
+    auto it = statements.find(sql);
+    if (it != statements.end()) {
+      sqlite3_reset(it->second);
+      sqlite3_clear_bindings(it->second);
+      return it->second;
+    }
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
+      fail("Cannot prepare " + sql);
+    statements.emplace(sql, stmt);
+    return stmt;
+  }
+
+  const TableInfo& tableInfo(const std::string& table) {
+    std::string key = upper(table);
+    auto it = tables.find(key);
+    if (it != tables.end()) return it->second;
+    TableInfo info;
+    info.name = table;
+    sqlite3_stmt* stmt = nullptr;
+    std::string sql = "PRAGMA table_info(\"" + table + "\")";
+    if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
+      fail("No table " + table);
+    int pkCount = 0;
+    std::string pkName, pkType;
+    while (sqlite3_step(stmt) == SQLITE_ROW) {
+      std::string name = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1));
+      const char* type = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 2));
+      info.columns[upper(name)] = {name, kindOfDeclaredType(type ? type : "")};
+      if (sqlite3_column_int(stmt, 5) > 0) {
+        ++pkCount;
+        pkName = name;
+        pkType = type ? upper(type) : "";
+      }
+    }
+    sqlite3_finalize(stmt);
+    if (info.columns.empty()) throw DatabaseFailure("The table '" + table + "' does not exist.");
+    if (pkCount == 1 && pkType == "INTEGER") info.rowidAlias = pkName;
+    return tables.emplace(key, std::move(info)).first->second;
+  }
+
+  Recordset& rs(std::int32_t handle) {
+    auto it = recordsets.find(handle);
+    if (it == recordsets.end())
+      throw DatabaseFailure("Operation is not allowed when the object is closed (recordset " +
+                            std::to_string(handle) + ").");
+    return *it->second;
+  }
+
+  int columnIndex(Recordset& r, std::string_view field) {
+    std::string name(field);
+    if (name.size() > 2 && name.front() == '[' && name.back() == ']')
+      name = name.substr(1, name.size() - 2);
+    auto it = r.byName.find(upper(name));
+    if (it == r.byName.end())
+      throw DatabaseFailure(
+          "Item cannot be found in the collection corresponding to the requested name or "
+          "ordinal: " +
+          name);
+    return it->second;
+  }
+
+  Row& currentRow(Recordset& r) {
+    if (r.cursor >= r.rows.size() || r.currentDeleted)
+      throw DatabaseFailure(
+          "Either BOF or EOF is True, or the current record has been deleted. Requested operation "
+          "requires a current record.");
+    return r.rows[r.cursor];
+  }
+
+  // Reads a result row of the statement into a cached row.
+  Row readRow(sqlite3_stmt* stmt, const std::vector<Column>& columns, size_t total) {
+    Row row;
+    row.cells.resize(total);
+    for (size_t i = 0; i < total; ++i) {
+      int type = sqlite3_column_type(stmt, static_cast<int>(i));
+      if (type == SQLITE_NULL) continue;
+      Kind kind = i < columns.size() ? columns[i].kind : Kind::Integer;
+      Variant v;
+      switch (kind) {
+        case Kind::Integer:
+          v = type == SQLITE_TEXT
+                  ? convertForColumnLenient(Kind::Integer, stmt, i)
+                  : Variant::integer(sqlite3_column_int64(stmt, static_cast<int>(i)));
+          break;
+        case Kind::Boolean:
+          v = Variant::boolean(sqlite3_column_int64(stmt, static_cast<int>(i)) != 0);
+          break;
+        case Kind::Double:
+          v = type == SQLITE_TEXT ? convertForColumnLenient(Kind::Double, stmt, i)
+                                  : Variant::real(sqlite3_column_double(stmt, static_cast<int>(i)));
+          break;
+        case Kind::Date: {
+          if (type == SQLITE_TEXT) {
+            const char* t =
+                reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i)));
+            std::string iso;
+            if (parseSqlDateText(t, iso))
+              v = Variant::date(*Date::fromIso(iso));
+            else
+              v = Variant::text(t);
+          } else {
+            v = Variant::date(Date{sqlite3_column_double(stmt, static_cast<int>(i))});
+          }
+          break;
+        }
+        case Kind::Text:
+          v = Variant::text(
+              reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i))));
+          break;
+        case Kind::Null:  // an expression: by storage class
+          if (type == SQLITE_INTEGER)
+            v = Variant::integer(sqlite3_column_int64(stmt, static_cast<int>(i)));
+          else if (type == SQLITE_FLOAT)
+            v = Variant::real(sqlite3_column_double(stmt, static_cast<int>(i)));
+          else
+            v = Variant::text(
+                reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i))));
+          break;
+      }
+      row.set(i, v);
+    }
+    return row;
+  }
+
+  static Variant convertForColumnLenient(Kind kind, sqlite3_stmt* stmt, size_t i) {
+    const char* t = reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i)));
+    try {
+      return convertForColumn(kind, t, "");
+    } catch (const DatabaseFailure&) {
+      return Variant::text(t);
+    }
+  }
+
+  std::int32_t open(std::string_view accessSql, int lockType) {
+    requireOpen();
+    auto r = std::make_unique<Recordset>();
+    r->accessSql = std::string(accessSql);
+    r->lockType = lockType;
+    r->translated = translateAccessSql(accessSql);
+    sqlite3_stmt* stmt = nullptr;
+    const char* tail = nullptr;
+    int rc = sqlite3_prepare_v2(db, r->translated.sql.c_str(), -1, &stmt, &tail);
+    if (rc != SQLITE_OK && r->translated.rowidsAppended) {
+      // A FROM item without rowids (a view or sub-query): read-only rows without keys.
+      r->translated = translateAccessSql(accessSql, false);
+      rc = sqlite3_prepare_v2(db, r->translated.sql.c_str(), -1, &stmt, &tail);
+    }
+    if (rc != SQLITE_OK) fail("Cannot open \"" + std::string(accessSql) + "\"");
+    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(stmt, sqlite3_finalize);
+    if (tail != nullptr && !GeneralUtilities::isBlank(tail))
+      throw DatabaseFailure("Only one statement is allowed.");
+    if (!sqlite3_stmt_readonly(stmt))
+      throw DatabaseFailure("A recordset statement must be a SELECT.");
+
+    size_t total = static_cast<size_t>(sqlite3_column_count(stmt));
+    r->slotCount = r->translated.rowidsAppended ? r->translated.tables.size() : 0;
+    size_t visible = total - r->slotCount;
+    for (size_t i = 0; i < visible; ++i) {
+      Column c;
+      c.name = sqlite3_column_name(stmt, static_cast<int>(i));
+      const char* table = sqlite3_column_table_name(stmt, static_cast<int>(i));
+      const char* origin = sqlite3_column_origin_name(stmt, static_cast<int>(i));
+      c.table = table ? table : "";
+      c.origin = origin ? origin : "";
+      c.kind = kindOfDeclaredType(sqlite3_column_decltype(stmt, static_cast<int>(i)));
+      for (size_t s = 0; s < r->slotCount; ++s)
+        if (!c.table.empty() && upper(r->translated.tables[s].table) == upper(c.table)) {
+          c.slot = static_cast<int>(s);
+          break;
+        }
+      r->byName.emplace(upper(c.name), static_cast<int>(i));
+      if (!c.table.empty()) r->byName.emplace(upper(c.table + "." + c.name), static_cast<int>(i));
+      r->columns.push_back(std::move(c));
+    }
+    for (const FromTable& t : r->translated.tables)  // aliases qualify names too
+      for (size_t i = 0; i < visible; ++i)
+        if (r->columns[i].slot >= 0 && r->translated.tables[r->columns[i].slot].alias == t.alias)
+          r->byName.emplace(upper(t.alias + "." + r->columns[i].name), static_cast<int>(i));
+
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW)
+      r->rows.push_back(readRow(stmt, r->columns, total));
+    if (rc != SQLITE_DONE) fail("Cannot read \"" + std::string(accessSql) + "\"");
+    std::int32_t handle = nextHandle++;
+    recordsets.emplace(handle, std::move(r));
+    return handle;
+  }
+
+  void buildRowidMaps(Recordset& r) {
+    if (r.rowidMapsBuilt) return;
+    r.rowidMaps.assign(r.slotCount, {});
+    for (size_t s = 0; s < r.slotCount; ++s) {
+      r.rowidMaps[s].reserve(r.rows.size());
+      for (size_t row = 0; row < r.rows.size(); ++row)
+        r.rowidMaps[s].emplace(r.rowidOf(row, s), static_cast<std::uint32_t>(row));
+    }
+    r.rowidMapsBuilt = true;
+  }
+
+  std::string rowKey(const Recordset& r, size_t row, const std::vector<int>& cols) {
+    std::string key;
+    for (int c : cols) {
+      key += compareKey(r.rows[row].get(static_cast<size_t>(c)));
+      key += '\x1f';
+    }
+    return key;
+  }
+
+  std::unordered_map<std::string, std::vector<std::uint32_t>>& index(Recordset& r,
+                                                                     const std::vector<int>& cols) {
+    std::string name = indexName(cols);
+    auto it = r.indexes.find(name);
+    if (it != r.indexes.end()) return it->second;
+    auto& idx = r.indexes[name];
+    idx.reserve(r.rows.size());
+    for (size_t row = 0; row < r.rows.size(); ++row)
+      idx[rowKey(r, row, cols)].push_back(static_cast<std::uint32_t>(row));
+    return idx;
+  }
+
+  // Updates a cached cell and every index that holds its column.
+  void changeCell(Recordset& r, size_t row, int col, const Variant& value) {
+    std::vector<std::pair<std::string, std::string>> moved;  // index name, old key
+    for (auto& [name, idx] : r.indexes) {
+      if (name.find(std::to_string(col) + ",") == std::string::npos) continue;
+      std::vector<int> cols;
+      for (size_t p = 0; p < name.size();) {
+        size_t q = name.find(',', p);
+        cols.push_back(std::stoi(name.substr(p, q - p)));
+        p = q + 1;
+      }
+      if (std::find(cols.begin(), cols.end(), col) == cols.end()) continue;
+      std::string oldKey = rowKey(r, row, cols);
+      auto& list = idx[oldKey];
+      list.erase(std::remove(list.begin(), list.end(), static_cast<std::uint32_t>(row)),
+                 list.end());
+      r.rows[row].set(static_cast<size_t>(col), value);
+      auto& target = idx[rowKey(r, row, cols)];
+      target.insert(std::lower_bound(target.begin(), target.end(), static_cast<std::uint32_t>(row)),
+                    static_cast<std::uint32_t>(row));
+    }
+    r.rows[row].set(static_cast<size_t>(col), value);
+  }
+
+  // A written value reaches every open recordset that holds the same row and column.
+  void propagate(const std::string& table, std::int64_t rowid, const std::string& column,
+                 const Variant& value) {
+    std::string utable = upper(table), ucolumn = upper(column);
+    for (auto& [handle, owned] : recordsets) {
+      Recordset& r = *owned;
+      if (!r.hasRowids()) continue;
+      for (size_t c = 0; c < r.columns.size(); ++c) {
+        const Column& col = r.columns[c];
+        if (col.slot < 0 || upper(col.table) != utable || upper(col.origin) != ucolumn) continue;
+        buildRowidMaps(r);
+        auto found = r.rowidMaps[static_cast<size_t>(col.slot)].find(rowid);
+        if (found != r.rowidMaps[static_cast<size_t>(col.slot)].end())
+          changeCell(r, found->second, static_cast<int>(c), value);
+      }
+    }
+  }
+
+  void bind(sqlite3_stmt* stmt, int pos, const Variant& v) {
+    switch (v.kind()) {
+      case Kind::Null:
+        sqlite3_bind_null(stmt, pos);
+        break;
+      case Kind::Integer:
+        sqlite3_bind_int64(stmt, pos, v.toLong());
+        break;
+      case Kind::Boolean:
+        sqlite3_bind_int(stmt, pos, v.toBool() ? 1 : 0);
+        break;
+      case Kind::Double:
+        sqlite3_bind_double(stmt, pos, v.toDouble());
+        break;
+      case Kind::Date: {
+        std::string iso = v.toDate()->toIso();
+        sqlite3_bind_text(stmt, pos, iso.c_str(), -1, SQLITE_TRANSIENT);
+        break;
+      }
+      case Kind::Text: {
+        std::string t = v.toString();
+        sqlite3_bind_text(stmt, pos, t.c_str(), static_cast<int>(t.size()), SQLITE_TRANSIENT);
+        break;
+      }
+    }
+  }
+
+  void step(sqlite3_stmt* stmt, const std::string& what) {
+    int rc = sqlite3_step(stmt);
+    if (rc != SQLITE_DONE && rc != SQLITE_ROW) {
+      std::string message = what + ": " + sqlite3_errmsg(db);
+      sqlite3_reset(stmt);
+      throw DatabaseFailure(message);
+    }
+  }
+
+  const Column& writableColumn(Recordset& r, int col) {
+    const Column& c = r.columns[static_cast<size_t>(col)];
+    if (r.lockType == kLockReadOnly)
+      throw DatabaseFailure(
+          "Current Recordset does not support updating. This may be a limitation of the provider, "
+          "or of the selected locktype.");
+    if (c.slot < 0 || c.origin.empty())
+      throw DatabaseFailure("Field '" + c.name + "' cannot be updated.");
+    return c;
+  }
+
+  std::int64_t reserveKey(const std::string& table) {
+    sqlite3_stmt* stmt = cached("SELECT max(rowid) FROM \"" + table + "\"");
+    std::int64_t maxRowid = 0;
+    if (sqlite3_step(stmt) == SQLITE_ROW) maxRowid = sqlite3_column_int64(stmt, 0);
+    sqlite3_reset(stmt);
+    std::int64_t& last = lastReserved[upper(table)];
+    last = std::max(last, maxRowid) + 1;
+    return last;
+  }
+};
+
+SqliteDatabase::SqliteDatabase() : impl_(std::make_unique<Impl>()) {}
+SqliteDatabase::~SqliteDatabase() = default;
+
+void SqliteDatabase::createNew(std::string_view path) {
+  std::string p(path);
+  if (p != ":memory:" && std::filesystem::exists(p))
+    throw DatabaseFailure(
+        "The file '" + p +
+        "' already exists; a new practice database is never written over an existing file.");
+  close();
+  impl_->path = p;
+  if (sqlite3_open_v2(p.c_str(), &impl_->db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) !=
+      SQLITE_OK) {
+    std::string message = impl_->db ? sqlite3_errmsg(impl_->db) : "cannot create";
+    impl_->disconnect();
+    throw DatabaseFailure("Cannot create '" + p + "': " + message);
+  }
+  impl_->configure();
+}
+
+void SqliteDatabase::executeStatement(std::string_view accessSql) {
+  impl_->requireOpen();
+  TranslatedSql t = translateAccessSql(accessSql, false);
+  sqlite3_stmt* stmt = nullptr;
+  const char* tail = nullptr;
+  if (sqlite3_prepare_v2(impl_->db, t.sql.c_str(), -1, &stmt, &tail) != SQLITE_OK)
+    impl_->fail("Cannot run \"" + std::string(accessSql) + "\"");
+  std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(stmt, sqlite3_finalize);
+  if (tail != nullptr && !GeneralUtilities::isBlank(tail))
+    throw DatabaseFailure("Only one statement is allowed.");
+  impl_->step(stmt, "Cannot run \"" + std::string(accessSql) + "\"");
+  impl_->tables.clear();  // the schema may have changed
+}
+
+bool SqliteDatabase::hasTable(std::string_view table) {
+  impl_->requireOpen();
+  sqlite3_stmt* stmt =
+      impl_->cached("SELECT 1 FROM sqlite_master WHERE type='table' AND name=? COLLATE NOCASE");
+  sqlite3_bind_text(stmt, 1, std::string(table).c_str(), -1, SQLITE_TRANSIENT);
+  bool found = sqlite3_step(stmt) == SQLITE_ROW;
+  sqlite3_reset(stmt);
+  return found;
+}
+
+sqlite3* SqliteDatabase::connection() {
+  return impl_->db;
+}
+std::string SqliteDatabase::path() const {
+  return impl_->path;
+}
+
+void SqliteDatabase::setErrorService(ErrorService*) {}
+void SqliteDatabase::setOwnerWindow(void*) {}
+void SqliteDatabase::setApplicationName(std::string_view) {}
+void SqliteDatabase::setDatabaseKind(int) {}
+void SqliteDatabase::setDatabasePath(std::string_view path) {
+  impl_->path = std::string(path);
+}
+void SqliteDatabase::setCursorLocation(int) {}
+void SqliteDatabase::setOpenMode(int) {}
+
+void SqliteDatabase::connect(int) {
+  impl_->disconnect();
+  const std::string& p = impl_->path;
+  if (p.empty()) return;
+  if (p != ":memory:" && !std::filesystem::is_regular_file(p)) return;  // isOpen answers false
+  if (sqlite3_open_v2(p.c_str(), &impl_->db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+    impl_->disconnect();
+    return;
+  }
+  try {
+    impl_->configure();
+  } catch (const DatabaseFailure&) {
+    impl_->disconnect();  // not a database, or a damaged one
+  }
+}
+
+bool SqliteDatabase::isOpen() {
+  return impl_->db != nullptr;
+}
+
+void SqliteDatabase::close() {
+  if (impl_->groupDepth > 0 && impl_->db != nullptr) {
+    impl_->groupDepth = 0;
+    impl_->exec("COMMIT;");
+  }
+  impl_->disconnect();
+}
+
+bool SqliteDatabase::getBulkFlag() {
+  return impl_->bulk;
+}
+void SqliteDatabase::setBulkFlag(bool flag) {
+  impl_->bulk = flag;
+}
+
+std::string SqliteDatabase::formatDateForSql(const Date& date) {
+  return date.toIso();
+}
+
+std::int32_t SqliteDatabase::openRecordset(std::string_view sql, int, int lockType, int,
+                                           std::string_view, int) {
+  return impl_->open(sql, lockType);
+}
+
+void SqliteDatabase::closeRecordset(std::int32_t handle) {
+  impl_->recordsets.erase(handle);
+}
+
+bool SqliteDatabase::isRecordsetOpen(std::int32_t handle) {
+  return impl_->recordsets.count(handle) > 0;
+}
+
+std::int32_t SqliteDatabase::requery(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  std::string sql = r.accessSql;
+  int lock = r.lockType;
+  std::int32_t fresh = impl_->open(sql, lock);
+  impl_->recordsets.erase(handle);
+  return fresh;
+}
+
+std::int32_t SqliteDatabase::recordCount(std::int32_t handle) {
+  return static_cast<std::int32_t>(impl_->rs(handle).rows.size());
+}
+
+bool SqliteDatabase::isEmpty(std::int32_t handle) {
+  return impl_->rs(handle).rows.empty();
+}
+
+bool SqliteDatabase::hasRecord(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  r.cursor = 0;
+  r.currentDeleted = false;
+  return !r.rows.empty();
+}
+
+bool SqliteDatabase::isEOF(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  return r.cursor >= r.rows.size();
+}
+
+void SqliteDatabase::moveNext(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  if (r.currentDeleted) {
+    r.currentDeleted = false;  // the row after the deleted one already stands here
+    return;
+  }
+  if (r.cursor >= r.rows.size())
+    throw DatabaseFailure("Either BOF or EOF is True, or the current record has been deleted.");
+  ++r.cursor;
+}
+
+std::int32_t SqliteDatabase::getPosition(std::int32_t handle) {
+  return static_cast<std::int32_t>(impl_->rs(handle).cursor);
+}
+
+void SqliteDatabase::setPosition(std::int32_t handle, std::int32_t position) {
+  Recordset& r = impl_->rs(handle);
+  r.cursor = position < 0 ? r.rows.size() : std::min(static_cast<size_t>(position), r.rows.size());
+  r.currentDeleted = false;
+}
+
+bool SqliteDatabase::findRecord(std::int32_t handle, std::string_view field1,
+                                std::string_view value1, std::string_view field2,
+                                std::string_view value2, std::string_view field3,
+                                std::string_view value3) {
+  Recordset& r = impl_->rs(handle);
+  std::vector<int> cols;
+  std::string key;
+  std::pair<std::string_view, std::string_view> pairs[] = {
+      {field1, value1}, {field2, value2}, {field3, value3}};
+  for (auto& [field, value] : pairs) {
+    if (field.empty()) continue;
+    int c = impl_->columnIndex(r, field);
+    cols.push_back(c);
+    key += criterionKey(r.columns[static_cast<size_t>(c)].kind, value);
+    key += '\x1f';
+  }
+  r.findColumns = cols;
+  r.findKey = key;
+  r.currentDeleted = false;
+  if (cols.empty()) {
+    r.cursor = r.rows.size();
+    return false;
+  }
+  auto& idx = impl_->index(r, cols);
+  auto it = idx.find(key);
+  if (it == idx.end() || it->second.empty()) {
+    r.cursor = r.rows.size();
+    return false;
+  }
+  r.cursor = it->second.front();
+  return true;
+}
+
+bool SqliteDatabase::findNext(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  if (r.findColumns.empty()) return false;
+  auto& idx = impl_->index(r, r.findColumns);
+  auto it = idx.find(r.findKey);
+  if (it != idx.end()) {
+    auto next = std::upper_bound(it->second.begin(), it->second.end(),
+                                 static_cast<std::uint32_t>(r.cursor));
+    if (r.cursor < r.rows.size() && next != it->second.end()) {
+      r.cursor = *next;
+      return true;
+    }
+  }
+  r.cursor = r.rows.size();
+  return false;
+}
+
+Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
+  Recordset& r = impl_->rs(handle);
+  int c = impl_->columnIndex(r, field);
+  if (r.adding) {
+    const Column& col = r.columns[static_cast<size_t>(c)];
+    for (auto it = r.pending.rbegin(); it != r.pending.rend(); ++it)
+      if (it->first == c) return convertForColumn(col.kind, it->second, col.name);
+    if (r.hasReservedKey && col.slot == 0 &&
+        upper(col.origin) == upper(impl_->tableInfo(col.table).rowidAlias))
+      return Variant::integer(r.reservedKey);
+    return Variant::null();
+  }
+  return impl_->currentRow(r).get(static_cast<size_t>(c));
+}
+
+bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::string_view value,
+                              bool, bool) {
+  Recordset& r = impl_->rs(handle);
+  if (r.adding) return setNewField(handle, field, value);
+  int c = impl_->columnIndex(r, field);
+  const Column& col = impl_->writableColumn(r, c);
+  impl_->currentRow(r);
+  const TableInfo& info = impl_->tableInfo(col.table);
+  auto ci = info.columns.find(upper(col.origin));
+  Kind kind = ci == info.columns.end() ? col.kind : ci->second.second;
+  Variant v = convertForColumn(kind, value, col.name);
+  std::int64_t rowid = r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
+  sqlite3_stmt* stmt =
+      impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin + "\" = ? WHERE rowid = ?");
+  impl_->bind(stmt, 1, v);
+  sqlite3_bind_int64(stmt, 2, rowid);
+  impl_->step(stmt, "Cannot write " + col.name);
+  std::string table = col.table, origin = col.origin;
+  impl_->propagate(table, rowid, origin, v);
+  return true;
+}
+
+bool SqliteDatabase::addNewRecord(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  if (r.lockType == kLockReadOnly)
+    throw DatabaseFailure(
+        "Current Recordset does not support updating. This may be a limitation of the provider, or "
+        "of the selected locktype.");
+  if (r.translated.tables.empty() || !r.hasRowids())
+    throw DatabaseFailure("This recordset cannot take new rows.");
+  r.adding = true;
+  r.pending.clear();
+  const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
+  r.hasReservedKey = !info.rowidAlias.empty();
+  if (r.hasReservedKey) r.reservedKey = impl_->reserveKey(info.name);
+  return true;
+}
+
+bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
+                                 std::string_view value) {
+  Recordset& r = impl_->rs(handle);
+  if (!r.adding) throw DatabaseFailure("setNewField without addNewRecord.");
+  int c = impl_->columnIndex(r, field);
+  const Column& col = impl_->writableColumn(r, c);
+  if (col.slot != 0)
+    throw DatabaseFailure("Field '" + col.name + "' is not a column of the new row's table.");
+  const TableInfo& info = impl_->tableInfo(col.table);
+  auto ci = info.columns.find(upper(col.origin));
+  convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, value,
+                   col.name);  // fails early
+  r.pending.emplace_back(c, std::string(value));
+  return true;
+}
+
+bool SqliteDatabase::updateRecord(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  if (!r.adding) return true;  // setField writes at once
+  r.adding = false;
+  const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
+  std::vector<std::pair<std::string, Variant>> values;
+  bool keyGiven = false;
+  for (auto& [c, text] : r.pending) {
+    const Column& col = r.columns[static_cast<size_t>(c)];
+    auto ci = info.columns.find(upper(col.origin));
+    Variant v =
+        convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, text, col.name);
+    auto same = std::find_if(values.begin(), values.end(),
+                             [&](auto& p) { return upper(p.first) == upper(col.origin); });
+    if (same != values.end())
+      same->second = v;
+    else
+      values.emplace_back(col.origin, v);
+    if (!info.rowidAlias.empty() && upper(col.origin) == upper(info.rowidAlias)) keyGiven = true;
+  }
+  if (r.hasReservedKey && !keyGiven)
+    values.emplace_back(info.rowidAlias, Variant::integer(r.reservedKey));
+  std::string sql = "INSERT INTO \"" + info.name + "\" (";
+  std::string marks;
+  for (size_t i = 0; i < values.size(); ++i) {
+    sql += (i ? ", \"" : "\"") + values[i].first + "\"";
+    marks += i ? ", ?" : "?";
+  }
+  sql += values.empty() ? ") " : ") ";
+  sql = values.empty() ? "INSERT INTO \"" + info.name + "\" DEFAULT VALUES"
+                       : sql + "VALUES (" + marks + ")";
+  sqlite3_stmt* stmt = impl_->cached(sql);
+  for (size_t i = 0; i < values.size(); ++i)
+    impl_->bind(stmt, static_cast<int>(i + 1), values[i].second);
+  impl_->step(stmt, "Cannot add a row to " + info.name);
+  std::int64_t rowid = sqlite3_last_insert_rowid(impl_->db);
+  r.pending.clear();
+  r.hasReservedKey = false;
+
+  // The new row joins this recordset, read back with the table's defaults.
+  sqlite3_stmt* read = impl_->cached("SELECT * FROM \"" + info.name + "\" WHERE rowid = ?");
+  sqlite3_bind_int64(read, 1, rowid);
+  Row row;
+  row.cells.resize(r.columns.size() + r.slotCount);
+  if (sqlite3_step(read) == SQLITE_ROW) {
+    int n = sqlite3_column_count(read);
+    std::unordered_map<std::string, int> positions;
+    for (int i = 0; i < n; ++i) positions[upper(sqlite3_column_name(read, i))] = i;
+    std::vector<Column> readColumns;
+    for (int i = 0; i < n; ++i) {
+      Column rc;
+      rc.kind = kindOfDeclaredType(sqlite3_column_decltype(read, i));
+      readColumns.push_back(rc);
+    }
+    Row all = impl_->readRow(read, readColumns, static_cast<size_t>(n));
+    for (size_t c = 0; c < r.columns.size(); ++c) {
+      const Column& col = r.columns[c];
+      if (col.slot != 0) continue;
+      auto p = positions.find(upper(col.origin));
+      if (p != positions.end()) row.set(c, all.get(static_cast<size_t>(p->second)));
+    }
+  }
+  sqlite3_reset(read);
+  row.cells[r.columns.size()].kind = Kind::Integer;
+  row.cells[r.columns.size()].i = rowid;
+  r.rows.push_back(std::move(row));
+  size_t index = r.rows.size() - 1;
+  for (auto& [name, idx] : r.indexes) {
+    std::vector<int> cols;
+    for (size_t p = 0; p < name.size();) {
+      size_t q = name.find(',', p);
+      cols.push_back(std::stoi(name.substr(p, q - p)));
+      p = q + 1;
+    }
+    idx[impl_->rowKey(r, index, cols)].push_back(static_cast<std::uint32_t>(index));
+  }
+  if (r.rowidMapsBuilt)
+    for (size_t s = 0; s < r.slotCount; ++s)
+      r.rowidMaps[s].emplace(r.rowidOf(index, s), static_cast<std::uint32_t>(index));
+  r.cursor = index;
+  r.currentDeleted = false;
+  return true;
+}
+
+bool SqliteDatabase::deleteRecord(std::int32_t handle) {
+  Recordset& r = impl_->rs(handle);
+  if (r.lockType == kLockReadOnly || !r.hasRowids())
+    throw DatabaseFailure("Current Recordset does not support updating.");
+  impl_->currentRow(r);
+  const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
+  sqlite3_stmt* stmt = impl_->cached("DELETE FROM \"" + info.name + "\" WHERE rowid = ?");
+  sqlite3_bind_int64(stmt, 1, r.rowidOf(r.cursor, 0));
+  impl_->step(stmt, "Cannot delete from " + info.name);
+  r.rows.erase(r.rows.begin() + static_cast<std::ptrdiff_t>(r.cursor));
+  r.indexes.clear();
+  r.rowidMaps.clear();
+  r.rowidMapsBuilt = false;
+  r.currentDeleted = true;
+  return true;
+}
+
+void SqliteDatabase::beginWriteGroup() {
+  impl_->requireOpen();
+  if (impl_->groupDepth++ == 0) impl_->exec("BEGIN;");
+}
+
+void SqliteDatabase::endWriteGroup() {
+  if (impl_->groupDepth == 0 || impl_->db == nullptr) return;
+  if (--impl_->groupDepth == 0) impl_->exec("COMMIT;");
+}
+
+}  // namespace lf
