@@ -1,0 +1,64 @@
+// The stand-alone host of one lfimport command: opens the practice database, makes the
+// error service (with the --on-error policy), the message box, the locale and drop-down
+// services and the run report, and installs them as the module-level references.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "db/sqlite_database.hpp"
+#include "host/console_error_service.hpp"
+#include "host/practice_host_services.hpp"
+#include "host/run_report.hpp"
+#include "host/terminal_message_box.hpp"
+
+namespace CLI {
+class App;
+}
+
+namespace lf::cli {
+
+// Options every command that works on a practice database shares.
+struct HostOptions {
+  std::string practicePath;
+  std::string onError = "continue";
+  std::optional<int> country;
+  std::optional<int> province;
+  bool interactive = false;
+  bool quiet = false;
+};
+
+// Adds --on-error, --country and --province to a subcommand.
+void addHostOptions(CLI::App& command, HostOptions& options);
+
+// Country given as ca|us|1|2.
+int parseCountry(const std::string& text);
+
+class HostSession {
+ public:
+  // Opens the practice database; throws std::runtime_error with a clear message when the file
+  // is missing or is no practice database.
+  explicit HostSession(const HostOptions& options);
+  ~HostSession();
+
+  SqliteDatabase& practice() { return *db_; }
+  RunReport& report() { return report_; }
+  TerminalMessageBox& messages() { return *messages_; }
+  ConsoleErrorService& errors() { return *errors_; }
+  PracticeLocale& locale() { return *locale_; }
+  PracticeClientDropDown& dropDown() { return *dropDown_; }
+
+ private:
+  RunReport report_;
+  std::unique_ptr<SqliteDatabase> db_;
+  std::unique_ptr<ConsoleErrorService> errors_;
+  std::unique_ptr<TerminalMessageBox> messages_;
+  std::unique_ptr<PracticeLocale> locale_;
+  std::unique_ptr<PracticeClientDropDown> dropDown_;
+};
+
+// Opens a practice database for a command, or throws with a clear message.
+std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path);
+
+}  // namespace lf::cli

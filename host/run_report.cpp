@@ -1,0 +1,68 @@
+// Collecting and printing the run report.
+#include "host/run_report.hpp"
+
+#include <fmt/format.h>
+
+namespace lf {
+
+void RunReport::addMessage(const std::string& text, int kind) {
+  messages_.push_back({{"text", text}, {"kind", kind}});
+}
+
+void RunReport::addQuestion(const std::string& text, int kind, int answer,
+                            const std::string& answeredBy) {
+  questions_.push_back({{"text", text},
+                        {"kind", kind},
+                        {"answer", answer == 0 ? "yes" : "no"},
+                        {"answeredBy", answeredBy}});
+}
+
+void RunReport::addError(const std::string& procedure, long number, const std::string& description,
+                         const std::vector<std::string>& trace, int action) {
+  errors_.push_back({{"procedure", procedure},
+                     {"number", number},
+                     {"description", description},
+                     {"trace", trace},
+                     {"action", action}});
+}
+
+StageCounters& RunReport::stage(const std::string& name) {
+  if (!stages_.count(name)) stageOrder_.push_back(name);
+  return stages_[name];
+}
+
+long RunReport::failedRows() const {
+  long failed = 0;
+  for (const auto& [name, counters] : stages_) failed += counters.failed;
+  return failed;
+}
+
+nlohmann::json RunReport::toJson() const {
+  nlohmann::json stages = nlohmann::json::array();
+  for (const std::string& name : stageOrder_) {
+    const StageCounters& c = stages_.at(name);
+    stages.push_back({{"stage", name},
+                      {"read", c.read},
+                      {"created", c.created},
+                      {"updated", c.updated},
+                      {"skipped", c.skipped},
+                      {"failed", c.failed}});
+  }
+  return {
+      {"stages", stages}, {"messages", messages_}, {"questions", questions_}, {"errors", errors_}};
+}
+
+std::string RunReport::summary() const {
+  std::string out;
+  for (const std::string& name : stageOrder_) {
+    const StageCounters& c = stages_.at(name);
+    out += fmt::format(
+        "{:<28} read {:>7}  created {:>7}  updated {:>7}  skipped {:>7}  failed {:>5}\n", name,
+        c.read, c.created, c.updated, c.skipped, c.failed);
+  }
+  out += fmt::format("{} message(s), {} question(s), {} error(s)\n", messages_.size(),
+                     questions_.size(), errors_.size());
+  return out;
+}
+
+}  // namespace lf

@@ -1,0 +1,38 @@
+// The message box of lfimport. show prints to stderr; ask prompts on a terminal, or takes its
+// answer from the answers given (by the start of the question's text), or the stated default.
+// Every message and answer goes into the run report.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/message_box.hpp"
+
+namespace lf {
+
+class RunReport;
+
+class TerminalMessageBox : public MessageBox {
+ public:
+  TerminalMessageBox(RunReport* report, std::ostream* out, bool interactive,
+                     int defaultAnswer = kAnswerYes);
+
+  // A question whose text contains the key is answered so (0 yes, 1 no), first match wins.
+  void addAnswer(std::string key, int answer) { answers_.emplace_back(std::move(key), answer); }
+  void setInput(std::istream* in) { in_ = in; }
+
+  void show(std::string_view text, int kind) override;
+  int ask(std::string_view text, int kind) override;
+
+ private:
+  RunReport* report_;
+  std::ostream* out_;
+  std::istream* in_ = nullptr;
+  bool interactive_;
+  int defaultAnswer_;
+  std::vector<std::pair<std::string, int>> answers_;
+};
+
+}  // namespace lf
