@@ -13,7 +13,7 @@
 #include "host/locale_service.hpp"
 #include "merge/catalogue_words.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
-#include "merge/merge_format.hpp"
+#include "host/legacy_format.hpp"
 
 namespace lf {
 namespace {
@@ -248,7 +248,7 @@ void clsInsertFieldsInRTB::addContactNameRows(bool noListBox) {
 }
 
 void clsInsertFieldsInRTB::addAccountingRows(bool noListBox) {
-  const std::string todayText = merge::formatDate(today(), "mmm d, yyyy");
+  const std::string todayText = formatDate(today(), "mmm d, yyyy");
   auto add = [&](std::string_view field, std::string_view name, std::int16_t type,
                  std::string_view sample, std::int16_t length, std::string_view listText = {}) {
     addField(fieldList_, noListBox, field, name, kClientInfo, type, sample, length, listText);
@@ -320,7 +320,7 @@ void clsInsertFieldsInRTB::addSoftwareRows(bool noListBox) {
 void clsInsertFieldsInRTB::addMoreContactRows(bool noListBox) {
   const bool canada = merge::localeCountryMode() == kCountryCanada;
   const bool chooser = mergeFieldListUse_ == kUseColumnChooser;
-  const std::string todayText = merge::formatDate(today(), "mmm d, yyyy");
+  const std::string todayText = formatDate(today(), "mmm d, yyyy");
   auto add = [&](std::string_view field, std::string_view name, std::string_view sample,
                  std::int16_t length, std::int16_t type = kText) {
     addField(fieldList_, noListBox, field, name, kContactInfo, type, sample, length);
@@ -479,7 +479,7 @@ void clsInsertFieldsInRTB::createCompanyInfoFieldListStructure(lf::FieldList& li
 void clsInsertFieldsInRTB::createAppointmentInfoFieldListStructure(lf::FieldList& list,
                                                                    bool noListBox) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-createAppointmentInfoFieldListStructure", [&] {
-    const std::string todayText = merge::formatDate(today(), "mmm d, yyyy");
+    const std::string todayText = formatDate(today(), "mmm d, yyyy");
     auto add = [&](std::string_view field, std::string_view name, std::int16_t type,
                    std::string_view sample, std::int16_t length) {
       addField(list, noListBox, field, name, kAppointInfo, type, sample, length);
@@ -496,7 +496,7 @@ void clsInsertFieldsInRTB::createAppointmentInfoFieldListStructure(lf::FieldList
 
 void clsInsertFieldsInRTB::createTaskInfoFieldListStructure(lf::FieldList& list, bool noListBox) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-createTaskInfoFieldListStructure", [&] {
-    const std::string todayText = merge::formatDate(today(), "mmm d, yyyy");
+    const std::string todayText = formatDate(today(), "mmm d, yyyy");
     const std::string year = std::to_string(today().year());
     auto add = [&](std::string_view field, std::string_view name, std::int16_t type,
                    std::string_view sample, std::int16_t length) {
@@ -531,7 +531,7 @@ void clsInsertFieldsInRTB::createTaskInfoFieldListStructure(lf::FieldList& list,
 void clsInsertFieldsInRTB::createDocketInfoFieldListStructure(lf::FieldList& list,
                                                               bool noListBox) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-createDocketInfoFieldListStructure", [&] {
-    const std::string todayText = merge::formatDate(today(), "mmm d, yyyy");
+    const std::string todayText = formatDate(today(), "mmm d, yyyy");
     auto add = [&](std::string_view field, std::string_view name, std::int16_t type,
                    std::string_view sample, std::int16_t length) {
       addField(list, noListBox, field, name, kDocketInfo, type, sample, length);

@@ -11,10 +11,11 @@
 #include "frame/module_state.hpp"
 #include "frame/procedure.hpp"
 #include "host/client_drop_down.hpp"
+#include "host/date_utilities.hpp"
 #include "host/general_utilities.hpp"
 #include "merge/client_lookups.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
-#include "merge/merge_format.hpp"
+#include "host/legacy_format.hpp"
 #include "merge/text_search.hpp"
 
 namespace lf {
@@ -45,6 +46,7 @@ std::string idText(std::int32_t id) { return std::to_string(id); }
 
 std::optional<Date> parseDateText(const std::string& raw) {
   if (auto d = Date::fromIso(raw)) return d;
+  if (auto d = DateUtilities::parseDateText(raw)) return d;
   double serial = 0;
   if (GeneralUtilities::parseNumber(raw, serial)) return Date{serial};
   return std::nullopt;
@@ -334,17 +336,17 @@ std::string clsInsertFieldsInRTB::getDataFieldInfo(std::int32_t key, std::string
           case kFieldDate: {
             Date d = requireDate(raw);
             if (d.year() >= 1900)
-              result = merge::formatDate(
+              result = formatDate(
                   d, GeneralUtilities::isBlank(format) ? std::string_view("mmm d, yyyy") : format);
             break;
           }
-          case kFieldTime: result = merge::formatDate(requireDate(raw), "h:Nn am/pm"); break;
-          case kFieldMoney: result = merge::formatMoney(requireNumber(raw)); break;
+          case kFieldTime: result = formatDate(requireDate(raw), "h:Nn am/pm"); break;
+          case kFieldMoney: result = formatNumber(requireNumber(raw), "$#,##0.00;$-#,##0.00"); break;
           case kFieldYesNo: result = textToBool(raw) ? "Yes" : "No"; break;
           case kFieldDuration: {
             float hours = static_cast<float>(requireNumber(raw));
             long minutes = std::lrint(static_cast<double>(hours * 60.0f));
-            result = merge::minutesToText(minutes);
+            result = GeneralUtilities::minutesToText(minutes);
             break;
           }
           default: result = raw; break;
@@ -465,7 +467,7 @@ std::string clsInsertFieldsInRTB::getTimeDurationFieldValue(const Date& start, c
   std::string result;
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-getTimeDurationFieldValue", [&] {
     long minutes = std::lround(std::fabs(end.serial - start.serial) * 1440.0);
-    result = merge::minutesToText(minutes);
+    result = GeneralUtilities::minutesToText(minutes);
   });
   return result;
 }
@@ -557,7 +559,7 @@ std::string clsInsertFieldsInRTB::getFullProvinceString(std::string_view provinc
 std::string clsInsertFieldsInRTB::getTodaysDate(std::string_view format) {
   std::string result;
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-getTodaysDate", [&] {
-    result = merge::formatDate(today(), GeneralUtilities::isBlank(format)
+    result = formatDate(today(), GeneralUtilities::isBlank(format)
                                             ? std::string_view("mmm d, yyyy")
                                             : format);
     if (!GeneralUtilities::isBlank(result) && ConvertStrToRTF) result = convertToRTF(result);
