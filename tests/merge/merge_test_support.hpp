@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "db/practice_schema.hpp"
+#include "db/practice_database.hpp"
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
 #include "host/locale_service.hpp"
@@ -47,7 +47,7 @@ class MergeTest : public ::testing::Test {
   SqliteDatabase& usePracticeDatabase() {
     db_ = std::make_unique<SqliteDatabase>();
     db_->createNew(":memory:");
-    for (const std::string& statement : practiceSchemaStatements()) db_->executeStatement(statement);
+    createPracticeTables(*db_);
     moduleState().DatabaseReference = db_.get();
     return *db_;
   }
