@@ -41,6 +41,7 @@ void clsInsertFieldsInRTB::resetAllItemIDs() {
 void clsInsertFieldsInRTB::Terminate() {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-Terminate", [&] {
     fieldList_.clear();
+    ++listBuild_;
     itemCounter_ = 0;
     closeDataRecordsets();
   });

@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "db/variant.hpp"
 #include "merge/field_list.hpp"
@@ -192,6 +193,20 @@ class clsInsertFieldsInRTB {
   std::int32_t appointmentRecordset_ = -1;
   std::int32_t taskRecordset_ = -1;
   std::int32_t docketRecordset_ = -1;
+
+  // Memo of the last template's rewrite and of the upper-cased display names of the list: a
+  // merge over many records runs one template against one list again and again.
+  struct RewriteMemo {
+    std::string source;
+    std::string result;
+    int country = 0;
+    int province = 0;
+    double day = 0;
+    bool valid = false;
+  } rewriteMemo_;
+  std::vector<std::string> upperNames_;
+  std::uint64_t listBuild_ = 0;
+  std::uint64_t upperNamesBuild_ = ~std::uint64_t{0};
 
   // The text being merged and where the current token stands, for convertToRTF.
   const std::string* mergeText_ = nullptr;

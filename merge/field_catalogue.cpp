@@ -138,6 +138,7 @@ void clsInsertFieldsInRTB::createDefaultFieldListStructure(bool& noListBox, bool
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-createDefaultFieldListStructure", [&] {
     noListBox = ListBox == nullptr;
     fieldList_.clear();
+    ++listBuild_;
     itemCounter_ = 0;
     if (!noListBox && clearListBox) ListBox->Clear();
     if (!noListBox && mergeFieldListUse_ == kUseColumnChooser)

@@ -452,10 +452,19 @@ bool clsInsertFieldsInRTB::runDelimiterPass(std::string& text, std::string_view 
     if (couldFormDelimiter(value)) index.build(text, open, close);
   };
 
+  if (upperNamesBuild_ != listBuild_ || upperNames_.size() != fieldList_.items().size()) {
+    upperNames_.clear();
+    for (const FieldItem& item : fieldList_) upperNames_.push_back(merge::upper(item.displayName));
+    upperNamesBuild_ = listBuild_;
+  }
+
   // Every item is visited once, in list order; getDataFieldInfo runs once per token form.
-  for (const FieldItem& item : fieldList_) {
+  // (getDataFieldInfo moves the list's current item but never changes the list.)
+  const std::vector<FieldItem>& items = fieldList_.items();
+  for (size_t n = 0; n < items.size(); ++n) {
+    const FieldItem& item = items[n];
     const bool safe = isSafeName(item.displayName);
-    const std::string upperName = merge::upper(item.displayName);
+    const std::string& upperName = upperNames_[n];
     if (item.fieldType == kFieldDate) {
       if (safe && !index.mayHaveDated(upperName)) continue;
       for (const merge::DateFormatRow& row : merge::kDateFormats) {
@@ -490,7 +499,18 @@ bool clsInsertFieldsInRTB::runDelimiterPass(std::string& text, std::string_view 
 std::string clsInsertFieldsInRTB::parseRTBComment() {
   std::string text;
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-parseRTBComment", [&] {
-    text = convertProvinceFields(TemplateText);
+    // The rewrite depends only on the text, the locale and the day.
+    const int country = merge::localeCountryMode();
+    const int province = merge::localeProvinceIndex();
+    const double day = today().serial;
+    RewriteMemo& memo = rewriteMemo_;
+    if (memo.valid && memo.source == TemplateText && memo.country == country &&
+        memo.province == province && memo.day == day) {
+      text = memo.result;
+    } else {
+      text = convertProvinceFields(TemplateText);
+      memo = {TemplateText, text, country, province, day, true};
+    }
 
     if (ConvertCompanyNameToContactNameForContacts && companyID <= 0 && contactID >= 1) {
       if (merge::containsNoCase(text, "«Company Name»") &&
