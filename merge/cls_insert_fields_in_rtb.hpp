@@ -158,7 +158,8 @@ class clsInsertFieldsInRTB {
   void addAccountingRows(bool noListBox);
   void addSoftwareRows(bool noListBox);
   void addMoreContactRows(bool noListBox);
-  void addCustomRows(lf::FieldList& list, bool noListBox, int family, ListBoxControl* box);
+  // The five custom rows of a family; the firm's go to ListBox2 like the other firm rows.
+  void addCustomRows(lf::FieldList& list, bool noListBox, int family);
   void addFirmRows(bool noListBox);
 
   // Grammar helpers.

@@ -182,7 +182,7 @@ void clsInsertFieldsInRTB::createDefaultFieldListStructure(bool& noListBox, bool
       addBlank(noListBox);
       addHeading(noListBox, "[Company Accounting Info]");
       addAccountingRows(noListBox);
-      addCustomRows(fieldList_, noListBox, kCustomClient, ListBox);
+      addCustomRows(fieldList_, noListBox, kCustomClient);
       addBlank(noListBox);
       addHeading(noListBox, "[Company Software Info]");
       addSoftwareRows(noListBox);
@@ -208,14 +208,14 @@ void clsInsertFieldsInRTB::createDefaultFieldListStructure(bool& noListBox, bool
   });
 }
 
-void clsInsertFieldsInRTB::addCustomRows(lf::FieldList& list, bool noListBox, int family,
-                                         ListBoxControl* /*box*/) {
+void clsInsertFieldsInRTB::addCustomRows(lf::FieldList& list, bool noListBox, int family) {
   const CustomFamilyInfo& info = kCustomFamilies[family];
   std::array<std::string, 5> names;
   for (int n = 1; n <= 5; ++n) names[n - 1] = info.fixedName + std::to_string(n);
 
   DatabaseService* db = moduleState().DatabaseReference;
-  if (db != nullptr && db->isOpen()) {
+  // A failed read resumes (on the error service's say) with the fixed names.
+  if (db != nullptr && db->isOpen()) resumeNext([&] {
     std::int32_t rs = db->openRecordset(info.sql, kCursorKeyset, kLockReadOnly);
     if (db->hasRecord(rs)) {
       for (int n = 1; n <= 5; ++n) {
@@ -226,7 +226,7 @@ void clsInsertFieldsInRTB::addCustomRows(lf::FieldList& list, bool noListBox, in
       }
     }
     db->closeRecordset(rs);
-  }
+  });
   for (int n = 1; n <= 5; ++n)
     addField(list, noListBox, info.databaseField + std::to_string(n), names[n - 1], info.tag,
              kText, info.sample + std::to_string(n), 255);
@@ -402,7 +402,7 @@ void clsInsertFieldsInRTB::addMoreContactRows(bool noListBox) {
   add("SpouseSIN", canada ? "Spouse SIN" : "Spouse SSN", canada ? "987 630 099" : "078-05-1121",
       20);
   addAddress("Alt", "Contact Alternate", 255, 50, "400 Lakeshore Road");
-  addCustomRows(fieldList_, noListBox, kCustomContact, ListBox);
+  addCustomRows(fieldList_, noListBox, kCustomContact);
   addField(fieldList_, noListBox, "Notes", "Contact Notes", kContactNotes, kText,
            "Prefers e-mail in the morning.", -1);
 }
@@ -471,7 +471,7 @@ void clsInsertFieldsInRTB::createCompanyInfoFieldListStructure(lf::FieldList& li
     if (canada && !chooser)
       add("AltAbbreviatedProvince", "Company Alternate Abbreviated Province", "ON", 255);
     add("AltCountry", "Company Alternate Country", canada ? "Canada" : "USA", 255);
-    addCustomRows(list, noListBox, kCustomCompany, ListBox);
+    addCustomRows(list, noListBox, kCustomCompany);
     addField(list, noListBox, "Notes", "Company Notes", kCompanyNotes, kText,
              "Year-end meeting booked for April.", -1);
   });
@@ -491,7 +491,7 @@ void clsInsertFieldsInRTB::createAppointmentInfoFieldListStructure(lf::FieldList
     add("TimeTo", "Appointment End Time", kTime, "10:30 AM", -1);
     add("TimeDuration", "Time Duration", kText, "1 hr 30 min", -1);
     add("AppointmentText", "Appointment Text", kText, "Bring the bank statements.", -1);
-    addCustomRows(list, noListBox, kCustomAppointment, ListBox);
+    addCustomRows(list, noListBox, kCustomAppointment);
   });
 }
 
@@ -515,7 +515,7 @@ void clsInsertFieldsInRTB::createTaskInfoFieldListStructure(lf::FieldList& list,
     add("Amount", "Amount Paid", kText, "$1,250.00", 15);
     add("PersonCompleted", "Completed By", kText, "Susan Lee", 50);
     add("DateCompleted", "Date Completed", kDate, todayText, -1);
-    addCustomRows(list, noListBox, kCustomTaskSchedule, ListBox);
+    addCustomRows(list, noListBox, kCustomTaskSchedule);
     addBlank(noListBox);
     addHeading(noListBox, "[Task Info]");
     add("Subject", "Task Subject", kText, "1st Quarterly GST Payment", 255);
@@ -525,7 +525,7 @@ void clsInsertFieldsInRTB::createTaskInfoFieldListStructure(lf::FieldList& list,
     add("TimeTo", "Task End Time", kTime, "10:30 AM", -1);
     add("TimeDuration", "Time Duration", kText, "1 hr 30 min", -1);
     add("AppointmentText", "Task Text", kText, "Remit before the due date.", 255);
-    addCustomRows(list, noListBox, kCustomTaskCalendar, ListBox);
+    addCustomRows(list, noListBox, kCustomTaskCalendar);
   });
 }
 
@@ -567,7 +567,7 @@ void clsInsertFieldsInRTB::createDocketInfoFieldListStructure(lf::FieldList& lis
     add("DescriptionInternal", "Internal Time Entry Description", kText,
         "Reconciled the operating account.", -1);
     add("DescriptionClient", "Invoice Time Entry Description", kText, "Monthly bookkeeping.", -1);
-    addCustomRows(list, noListBox, kCustomTimeEntry, ListBox);
+    addCustomRows(list, noListBox, kCustomTimeEntry);
   });
 }
 
@@ -605,7 +605,7 @@ void clsInsertFieldsInRTB::addFirmRows(bool noListBox) {
   add("FaxNumber", "Your Fax Number", "(416) 555-0901");
   add("Email", "Your Email", "office@brownlee.example");
   add("WebSite", "Your Web Site", "www.brownlee.example");
-  addCustomRows(fieldList_, noListBox, kCustomFirm, ListBox2);
+  addCustomRows(fieldList_, noListBox, kCustomFirm);
 }
 
 }  // namespace lf
