@@ -29,9 +29,9 @@ constexpr std::string_view kMoney = "CURRENCY";
 constexpr std::string_view kDouble = "DOUBLE";
 constexpr std::string_view kText = "TEXT COLLATE NOCASE";
 
-std::string quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
-
 // One table under construction: its column definitions and the column lists of its indexes.
+// Names stand unquoted: none is an SQL keyword, and the statements pass through the service's
+// statement translator, which reads double quotes as string delimiters.
 class TableDef {
  public:
   explicit TableDef(std::string name) : name_(std::move(name)) {}
@@ -56,7 +56,7 @@ class TableDef {
   // A read-only column that always holds the value of another one: the host's table carries
   // the same number under a second name that some statements search by.
   TableDef& alias(std::string_view column, std::string_view of) {
-    columns_.push_back(quoted(column) + " INTEGER GENERATED ALWAYS AS (" + quoted(of) +
+    columns_.push_back(std::string(column) + " INTEGER GENERATED ALWAYS AS (" + std::string(of) +
                        ") VIRTUAL");
     return *this;
   }
@@ -69,7 +69,7 @@ class TableDef {
   const std::string& name() const { return name_; }
 
   void appendStatements(std::vector<std::string>& out) const {
-    std::string create = "CREATE TABLE " + quoted(name_) + " (";
+    std::string create = "CREATE TABLE " + name_ + " (";
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       if (i > 0) create += ", ";
       create += columns_[i];
@@ -81,16 +81,15 @@ class TableDef {
       for (std::size_t i = 0; i < columns.size(); ++i) {
         indexName += "_" + columns[i];
         if (i > 0) list += ", ";
-        list += quoted(columns[i]);
+        list += columns[i];
       }
-      out.push_back("CREATE INDEX " + quoted(indexName) + " ON " + quoted(name_) + " (" + list +
-                    ")");
+      out.push_back("CREATE INDEX " + indexName + " ON " + name_ + " (" + list + ")");
     }
   }
 
  private:
   TableDef& add(std::string_view column, std::string_view type) {
-    columns_.push_back(quoted(column) + " " + std::string(type));
+    columns_.push_back(std::string(column) + " " + std::string(type));
     return *this;
   }
   TableDef& add(std::initializer_list<std::string_view> columns, std::string_view type) {
@@ -116,12 +115,34 @@ class Schema {
 
 // The columns of a company row, shared by Companies and the firm's own AccountantFirmInfo.
 void addCompanyColumns(TableDef& t) {
-  t.texts({"CompanyName", "CorporateName", "ClientID", "Address", "City", "Province",
-           "PostalCode", "Country", "AltAddressName", "AltAddress", "AltCity", "AltProvince",
-           "AltPostalCode", "AltCountry", "AltPhoneNumber", "OfficeNumber", "FaxNumber", "Email",
-           "WebSite", "FaceBookURL", "TwitterAccount", "IndustryType", "PartnerName",
-           "AccountantName", "DefaultContactName", "DefaultContactPhoneNumber",
-           "DefaultContactFaxNumber", "DefaultContactEmail"})
+  t.texts({"CompanyName",
+           "CorporateName",
+           "ClientID",
+           "Address",
+           "City",
+           "Province",
+           "PostalCode",
+           "Country",
+           "AltAddressName",
+           "AltAddress",
+           "AltCity",
+           "AltProvince",
+           "AltPostalCode",
+           "AltCountry",
+           "AltPhoneNumber",
+           "OfficeNumber",
+           "FaxNumber",
+           "Email",
+           "WebSite",
+           "FaceBookURL",
+           "TwitterAccount",
+           "IndustryType",
+           "PartnerName",
+           "AccountantName",
+           "DefaultContactName",
+           "DefaultContactPhoneNumber",
+           "DefaultContactFaxNumber",
+           "DefaultContactEmail"})
       .numbered("Custom", 1, 5, kText)
       .numbered("CompanyLabel", 1, 5, kText)
       .texts({"AccountantInfo", "BankerInfo", "CRAInfo", "FinancialLendersInfo", "InsuranceInfo",
@@ -139,17 +160,17 @@ void addPersonColumns(TableDef& t) {
       .dates({"Birthday", "SpouseBirthday", "Anniversary"})
       .texts({"HomeAddress", "HomeCity", "HomeProvince", "HomePostalCode", "HomeCountry",
               "HomePhone_Main", "HomePhone_Cell", "HomePhone_Fax", "HomePhone_Pager",
-              "PersonalAltPhoneNumber", "PersonalEmail", "PersonalWebSite",
-              "PersonalFaceBookURL", "PersonalTwitterAccount"})
+              "PersonalAltPhoneNumber", "PersonalEmail", "PersonalWebSite", "PersonalFaceBookURL",
+              "PersonalTwitterAccount"})
       .texts({"BusinessName", "BusinessAddress", "BusinessCity", "BusinessProvince",
               "BusinessPostalCode", "BusinessCountry", "BusinessDepartment", "BusinessOffice",
               "BusinessJobTitle", "BusinessPhone_Main", "BusinessPhone_Cell", "BusinessPhone_Fax",
               "BusinessPhone_Pager", "BusinessAltPhoneNumber", "BusinessEmail", "BusinessWebSite",
               "BusinessFaceBookURL", "BusinessTwitterAccount"})
-      .texts({"SpouseAddress", "SpouseCity", "SpouseProvince", "SpousePostalCode",
-              "SpouseCountry", "SpousePhone_Main", "SpousePhone_Cell", "SpouseEmail"})
-      .texts({"AltAddressName", "AltAddress", "AltCity", "AltProvince", "AltPostalCode",
-              "AltCountry"})
+      .texts({"SpouseAddress", "SpouseCity", "SpouseProvince", "SpousePostalCode", "SpouseCountry",
+              "SpousePhone_Main", "SpousePhone_Cell", "SpouseEmail"})
+      .texts(
+          {"AltAddressName", "AltAddress", "AltCity", "AltProvince", "AltPostalCode", "AltCountry"})
       .bools({"InheritCompanyInfo", "StakeHolder"})
       .longs({"PercentageOwnership"})
       .texts({"AccountantName", "PartnerName"})
@@ -171,13 +192,12 @@ void addDocketColumns(TableDef& t) {
       .numbered("Custom", 1, 5, kText)
       .longs({"DocketStatus", "DocketBillingType", "TaskType"})
       .numbered("Status", 1, 5, kLong)
-      .longs({"notifyType", "RepeatNum", "ReminderPeriod", "SchemeID", "BackColour",
-              "ForeColour", "TitleBackColour", "TitleForeColour"})
+      .longs({"notifyType", "RepeatNum", "ReminderPeriod", "SchemeID", "BackColour", "ForeColour",
+              "TitleBackColour", "TitleForeColour"})
       .bools({"Invoiced", "DocketLocked", "ShowOnInvoice", "UseAdjustedAmount", "UseAdjustedTime",
               "UsedRealTime", "BillableTime", "Private", "Remind", "RecurAnnually", "IsInterrupt",
               "WasInterrupted", "WasPaused", "NotesFlag", "ClientNotifiedFlag", "hideInTasks"});
 }
-
 
 // The five cross-reference tables of one sync source: the Ledgerfolio ID beside the source's
 // ID, each row stamped with the source firm (<source>DBID) and the time of its last write.
@@ -200,7 +220,8 @@ void addCrossReferenceTables(Schema& s, const std::string& source, bool numericS
 
   auto& clients = xref("Clients");
   pair(clients, "CompanyID", source + "ClientID", numberOrCode);
-  clients.column("ContactID", kLong).column(source + "ContactID", numberOrCode)
+  clients.column("ContactID", kLong)
+      .column(source + "ContactID", numberOrCode)
       .index({dbid, source + "ContactID"})
       .index({"CompanyID"})
       .index({"ContactID"});
@@ -263,10 +284,7 @@ Schema buildPracticeSchema() {
       .key("CorpTaxInfoID")
       .texts({"PayrollRegisteredAs", "CharitableNum"})
       .longs({"CorporationType", "CorporationLevel"});
-  s.table("LawInfo")
-      .key("LawInfoID")
-      .dates({"NameRenewalDate"})
-      .texts({"LawSocietyMemberNumber"});
+  s.table("LawInfo").key("LawInfoID").dates({"NameRenewalDate"}).texts({"LawSocietyMemberNumber"});
   s.table("OtherInfo").key("OtherInfoID").numbered("ClientCustom", 1, 5, kText);
   s.table("WSIB_EHTInfo")
       .key("WSIB_EHTInfoID")
@@ -351,13 +369,32 @@ Schema buildPracticeSchema() {
       .bools({"OverdueFlag"})
       .numbered("Custom", 1, 5, kText)
       .longs({"ContactPersonalTaxDisplayType"})
-      .bools({"EmploymentIncome", "CommissionIncome", "OtherIncome", "OldAgeSecurity",
-              "PensionIncome", "DisabilityBenefits", "EmploymentInsurance", "Dividends",
-              "RentalIncome", "AlimonyReceived", "RRSP", "SelfEmplomentIncome",
-              "SelfEmploymentCommission", "WorkersCompensation", "UnionDues", "ChildCareExpenses",
-              "AttendantCare", "AlimonyPaid", "TuitionFeesSelf", "TuitionFeesOther",
-              "MedicalExpenses", "CharitableDonations", "PoliticalDonations", "IncomeForeign",
-              "SafetyDepositBoxes", "AccountingInvestmentManagementFees",
+      .bools({"EmploymentIncome",
+              "CommissionIncome",
+              "OtherIncome",
+              "OldAgeSecurity",
+              "PensionIncome",
+              "DisabilityBenefits",
+              "EmploymentInsurance",
+              "Dividends",
+              "RentalIncome",
+              "AlimonyReceived",
+              "RRSP",
+              "SelfEmplomentIncome",
+              "SelfEmploymentCommission",
+              "WorkersCompensation",
+              "UnionDues",
+              "ChildCareExpenses",
+              "AttendantCare",
+              "AlimonyPaid",
+              "TuitionFeesSelf",
+              "TuitionFeesOther",
+              "MedicalExpenses",
+              "CharitableDonations",
+              "PoliticalDonations",
+              "IncomeForeign",
+              "SafetyDepositBoxes",
+              "AccountingInvestmentManagementFees",
               "InvestmentManagementFees"})
       .index({"ContactNum", "TaxYear"});
 

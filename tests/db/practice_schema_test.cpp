@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "db/sqlite_database.hpp"
+
 namespace {
 
 using Names = std::vector<std::string>;
@@ -520,6 +522,36 @@ TEST(PracticeSchemaStatements, EachElementIsExactlyOneStatement) {
     sqlite3_finalize(stmt);
   }
   sqlite3_close(db);
+}
+
+// The statements also pass through the database service's statement translator, which is how
+// a stand-alone practice database is made.
+TEST(PracticeSchemaStatements, RunThroughTheDatabaseService) {
+  lf::SqliteDatabase db;
+  db.createNew(":memory:");
+  for (const auto& statement : lf::practiceSchemaStatements())
+    ASSERT_NO_THROW(db.executeStatement(statement)) << statement;
+  for (const auto& table : lf::practiceTableNames()) EXPECT_TRUE(db.hasTable(table)) << table;
+}
+
+// Rows written through the service are found again by the second name of their key.
+TEST(PracticeSchemaStatements, AliasColumnsFollowRowsWrittenThroughTheService) {
+  lf::SqliteDatabase db;
+  db.createNew(":memory:");
+  for (const auto& statement : lf::practiceSchemaStatements()) db.executeStatement(statement);
+  std::int32_t notes = db.openRecordset("SELECT CompaniesNotes.* FROM CompaniesNotes;",
+                                        lf::kCursorKeyset, lf::kLockOptimistic);
+  db.addNewRecord(notes);
+  db.setNewField(notes, "CompanyNum", "12");
+  db.updateRecord(notes);
+  db.closeRecordset(notes);
+  notes = db.openRecordset(
+      "SELECT CompaniesNotes.* From CompaniesNotes WHERE CompaniesNotes.CompanyNum=12",
+      lf::kCursorKeyset, lf::kLockOptimistic);
+  ASSERT_TRUE(db.findRecord(notes, "ComapnyNum", "12"));
+  db.setField(notes, "BusinessNotes", "{\\rtf1}");
+  EXPECT_EQ(db.getField(notes, "BusinessNotes").toString(), "{\\rtf1}");
+  db.closeRecordset(notes);
 }
 
 TEST_F(PracticeSchemaTest, DeclaredTypesFollowTheConversionConvention) {

@@ -1,0 +1,17 @@
+// The remembered locations of the CANTAX export files, kept per user in UserGeneralSettings.
+#pragma once
+
+#include <string>
+
+namespace lf {
+
+// The path in CANTAXT1ExportFile (CANTAXT2ExportFile) of the signed-in user's settings row,
+// empty when none is stored. Adds the user's row when it is missing.
+std::string getCANTAXT1Folder();
+std::string getCANTAXT2Folder();
+
+// Stores the path there, adding the user's row first when it is missing.
+void putCANTAXT1Folder(const std::string& path);
+void putCANTAXT2Folder(const std::string& path);
+
+}  // namespace lf
