@@ -13,7 +13,9 @@
 #include "host/client_drop_down.hpp"
 #include "host/date_utilities.hpp"
 #include "host/general_utilities.hpp"
-#include "merge/client_lookups.hpp"
+#include "merge/client_column_words.hpp"
+#include "records/enumerations.hpp"
+#include "records/lookups.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 #include "host/legacy_format.hpp"
 #include "merge/text_search.hpp"
@@ -195,9 +197,9 @@ std::int32_t clsInsertFieldsInRTB::openForKind(const RecordsetKind& kind, std::i
     if (!whole) {
       ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
       clientDataID = dropDown ? dropDown->getClientDataIDFromCompanyID(id) : -1;
-      if (clientDataID < 0) clientDataID = merge::getClientDataIDFromCompanyID(id);
+      if (clientDataID < 0) clientDataID = getClientDataIDFromCompanyID(id);
     }
-    sql = merge::getMainBusinessSQLString(false, 3, clientDataID);
+    sql = getMainBusinessSQLString(false, 3, clientDataID);
   } else if (whole) {
     sql = std::string(kind.select) + kind.wholeTail;
   } else {
@@ -428,7 +430,7 @@ std::string clsInsertFieldsInRTB::getDataFieldFromRecordset(std::string& field) 
         result = getAbbreviatedProvince(readText(companyRecordset_, field));
       } else if (upperField == "COMPANTYPE") {
         // This spelling, not CompanyType: the company type row is read as stored. Intended.
-        result = merge::getCompanyTypeStringFromCompanyTypeNum(
+        result = getCompanyTypeStringFromCompanyTypeNum(
             static_cast<long>(database()->getField(clientRecordset_, field).toLong()));
       } else {
         result = readText(companyRecordset_, field);

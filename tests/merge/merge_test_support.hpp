@@ -12,6 +12,7 @@
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
 #include "host/locale_service.hpp"
+#include "host/practice_host_services.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 
 namespace lf::testing_support {
@@ -29,7 +30,8 @@ class FakeLocale : public LocaleService {
   std::string getDefaultFileFolder() override { return "/tmp"; }
 };
 
-// Installs the locale (and, with a database, the practice database) for one test and
+// Installs the locale (and, with a database, the practice database and its drop-down
+// service) for one test and
 // restores the module state afterwards.
 class MergeTest : public ::testing::Test {
  protected:
@@ -48,7 +50,9 @@ class MergeTest : public ::testing::Test {
     db_ = std::make_unique<SqliteDatabase>();
     db_->createNew(":memory:");
     createPracticeTables(*db_);
+    dropDown_ = std::make_unique<PracticeClientDropDown>(*db_);
     moduleState().DatabaseReference = db_.get();
+    moduleState().clientDropDownCtrlReference = dropDown_.get();
     return *db_;
   }
   void exec(const std::string& sql) { db_->executeStatement(sql); }
@@ -73,6 +77,7 @@ class MergeTest : public ::testing::Test {
  private:
   ModuleState saved_;
   std::unique_ptr<SqliteDatabase> db_;
+  std::unique_ptr<PracticeClientDropDown> dropDown_;
 };
 
 }  // namespace lf::testing_support
