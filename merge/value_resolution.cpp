@@ -217,7 +217,13 @@ bool clsInsertFieldsInRTB::seekRow(std::int32_t& handle, const RecordsetKind& ki
 }
 
 std::string clsInsertFieldsInRTB::readText(std::int32_t handle, std::string_view field) {
-  Variant value = database()->getField(handle, field);
+  // A column the record does not have reads as blank: an unknown field is no failure.
+  Variant value;
+  try {
+    value = database()->getField(handle, field);
+  } catch (const DatabaseFailure&) {
+    return {};
+  }
   if (GeneralUtilities::isBlank(value)) return {};
   return value.toString();
 }
@@ -453,10 +459,17 @@ std::string clsInsertFieldsInRTB::getDataFieldFromRecordset(std::string& field) 
         // A task's times come from the appointment recordset, not the task's. Intended.
         std::int32_t timesFrom = tag == "TaskInfo" ? appointmentRecordset_ : handle;
         DatabaseService* db = database();
-        auto from = db->getField(timesFrom, "TimeFrom").toDate();
-        auto to = db->getField(timesFrom, "TimeTo").toDate();
-        if (!from || !to) throw Failure("Invalid use of Null", 94);
-        result = getTimeDurationFieldValue(*from, *to);
+        auto readTime = [&](std::string_view column) -> std::optional<Date> {
+          try {
+            return db->getField(timesFrom, column).toDate();
+          } catch (const DatabaseFailure&) {
+            return std::nullopt;  // no appointment recordset for a task: no duration
+          }
+        };
+        auto from = readTime("TimeFrom");
+        auto to = readTime("TimeTo");
+        // Without both times there is no duration: blank, like any blank value.
+        if (from && to) result = getTimeDurationFieldValue(*from, *to);
       } else {
         result = readText(handle, field);
       }
