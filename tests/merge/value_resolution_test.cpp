@@ -122,6 +122,20 @@ TEST_F(ValueResolutionTest, SamplesNeedNoDatabase) {
   EXPECT_EQ(value("Company Name"), "");
 }
 
+TEST_F(ValueResolutionTest, TaskDurationFollowsTheAppointmentRow) {
+  exec("INSERT INTO Appointments (AppointmentID, TimeFrom, TimeTo) VALUES (3, "
+       "'1899-12-30 09:00:00', '1899-12-30 10:00:00');");
+  exec("INSERT INTO Tasks (TaskID, Subject, TimeFrom, TimeTo) VALUES (8, 'GST return', "
+       "'1899-12-30 09:00:00', '1899-12-30 09:15:00');");
+  rtb.TaskID = 8;
+  buildFor(8);
+  EXPECT_EQ(value("Task Subject"), "GST return");
+  EXPECT_EQ(value("Time Duration"), "");  // no appointment recordset: no duration
+  rtb.appointmentID = 3;
+  rtb.initializeDataRecordsetsForSingleDocMerge();
+  EXPECT_EQ(value("Time Duration"), "1 hr");
+}
+
 TEST_F(ValueResolutionTest, ProvinceNames) {
   EXPECT_EQ(clsInsertFieldsInRTB::getAbbreviatedProvince("Nfld."), "Nfld.");
   EXPECT_EQ(clsInsertFieldsInRTB::getAbbreviatedProvince("NEWFOUNDLAND"), "NL");
