@@ -9,7 +9,10 @@
 #include <stdexcept>
 
 #include "frame/module_state.hpp"
+#include "host/date_utilities.hpp"
+#include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
+#include "host/progress_dialog.hpp"
 
 namespace lf::cli {
 
@@ -81,6 +84,9 @@ HostSession::HostSession(const HostOptions& options) {
   state.LocaleReference = locale_.get();
   state.clientDropDownCtrlReference = dropDown_.get();
   if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
+  if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();
+  if (!state.fileUtilities) state.fileUtilities = std::make_shared<FileUtilities>();
+  state.makeProgressDialog = [] { return std::make_unique<TerminalProgressDialog>(); };
 }
 
 HostSession::~HostSession() {

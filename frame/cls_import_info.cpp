@@ -5,6 +5,8 @@
 
 #include "frame/module_state.hpp"
 #include "frame/procedure.hpp"
+#include "host/date_utilities.hpp"
+#include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
 
 namespace lf {
@@ -24,6 +26,8 @@ void registerImportForm(const std::string& formName, ImportFormOpener opener) {
 clsImportInfo::clsImportInfo() {
   ModuleState& state = moduleState();
   state.generalUtilities = std::make_shared<GeneralUtilities>();
+  state.dateUtilities = std::make_shared<DateUtilities>();
+  state.fileUtilities = std::make_shared<FileUtilities>();
   state.raiseExitProgram = [this] { raiseExitProgram(); };
 }
 
@@ -36,6 +40,7 @@ void clsImportInfo::setErrorClass(ErrorService* errorClass) {
   ModuleState& state = moduleState();
   state.errorClass = errorClass;
   if (state.generalUtilities) state.generalUtilities->setErrorService(errorClass);
+  if (state.dateUtilities) state.dateUtilities->setErrorService(errorClass);
   state.errorClassIsSet = true;
 }
 

@@ -22,6 +22,8 @@ TEST(ClsImportInfo, StartStateIsAllFalse) {
   EXPECT_FALSE(info.refreshData());
   EXPECT_FALSE(info.failedToInitializeFlag());
   EXPECT_NE(moduleState().generalUtilities, nullptr);
+  EXPECT_NE(moduleState().dateUtilities, nullptr);
+  EXPECT_NE(moduleState().fileUtilities, nullptr);
 }
 
 TEST(ClsImportInfo, NullDatabaseReferenceSetsAndRealOneClearsFailedFlag) {
