@@ -14,6 +14,12 @@ struct CategoryInfo {
 class ClientDropDownService {
  public:
   virtual ~ClientDropDownService() = default;
+  // Names of the host's client list, for the summaries' family lines and category paths, and
+  // the main address-book category; empty or -1 when the host cannot tell.
+  virtual std::string getContactName(long /*contactID*/) { return {}; }
+  virtual std::string getCompanyName(long /*companyID*/) { return {}; }
+  virtual std::string getCategoryName(long /*categoryID*/) { return {}; }
+  virtual long getMainAddressBookCategoryID() { return -1; }
   virtual long getCurrentCategoryID() = 0;
   virtual long getCurrentContactCategoryID() = 0;
   virtual long getCategoryForYear(long& year, const std::string& unused) = 0;

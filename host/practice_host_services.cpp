@@ -77,6 +77,46 @@ CategoryInfo PracticeClientDropDown::getCategoryInfo(long categoryID) {
   return info;
 }
 
+PracticeWorkingFolder::PracticeWorkingFolder(DatabaseService& db)
+    : folder_(readHostSetting(db, "ImportFolder", std::filesystem::current_path().string())) {}
+
+// The name column of one row, read by its key; empty when there is no such row.
+std::string PracticeClientDropDown::nameOf(const std::string& sql, const char* column) {
+  std::int32_t h = db_.openRecordset(sql, kCursorKeyset, kLockReadOnly);
+  std::string name = db_.hasRecord(h) ? db_.getField(h, column).toString() : std::string();
+  db_.closeRecordset(h);
+  return name;
+}
+
+std::string PracticeClientDropDown::getContactName(long contactID) {
+  return nameOf("SELECT Contacts.DisplayName FROM Contacts WHERE Contacts.ContactID=" +
+                    std::to_string(contactID) + ";",
+                "DisplayName");
+}
+
+std::string PracticeClientDropDown::getCompanyName(long companyID) {
+  return nameOf("SELECT Companies.CompanyName FROM Companies WHERE Companies.CompanyID=" +
+                    std::to_string(companyID) + ";",
+                "CompanyName");
+}
+
+std::string PracticeClientDropDown::getCategoryName(long categoryID) {
+  return nameOf("SELECT Categories.CategoryName FROM Categories WHERE Categories.CategoryID=" +
+                    std::to_string(categoryID) + ";",
+                "CategoryName");
+}
+
+// The stand-alone host knows its main address-book category by its special code.
+long PracticeClientDropDown::getMainAddressBookCategoryID() {
+  std::int32_t h = db_.openRecordset(
+      "SELECT Categories.CategoryID FROM Categories WHERE Categories.CategorySpecialCode='" +
+          std::string(kAddressBookCode) + "';",
+      kCursorKeyset, kLockReadOnly);
+  long id = db_.hasRecord(h) ? static_cast<long>(db_.getField(h, "CategoryID").toLong()) : -1;
+  db_.closeRecordset(h);
+  return id;
+}
+
 long PracticeClientDropDown::getFirmID() {
   return setting(db_, "FirmID", 1);
 }

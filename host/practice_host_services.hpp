@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/client_drop_down.hpp"
+#include "host/folder_services.hpp"
 #include "host/locale_service.hpp"
 
 namespace lf {
@@ -50,6 +51,10 @@ class PracticeClientDropDown : public ClientDropDownService {
   long getCategoryForYear(long& year, const std::string& unused) override;
   CategoryInfo getCategoryInfo(long categoryID) override;
   long getFirmID() override;
+  std::string getContactName(long contactID) override;
+  std::string getCompanyName(long companyID) override;
+  std::string getCategoryName(long categoryID) override;
+  long getMainAddressBookCategoryID() override;
   void setLoadingPaused(bool& paused) override { loadingPaused_ = paused; }
   void setRefreshPaused(bool& paused) override { refreshPaused_ = paused; }
   long getSortOrderBusiness() override { return sortBusiness_; }
@@ -59,6 +64,8 @@ class PracticeClientDropDown : public ClientDropDownService {
   bool refreshPaused() const { return refreshPaused_; }
 
  private:
+  std::string nameOf(const std::string& sql, const char* column);
+
   DatabaseService& db_;
   long categoryID_ = 0;
   long contactCategoryID_ = 0;
@@ -66,6 +73,17 @@ class PracticeClientDropDown : public ClientDropDownService {
   long sortPersonal_ = 1;
   bool loadingPaused_ = false;
   bool refreshPaused_ = false;
+};
+
+// The working folder of the stand-alone host: the folder named in the host settings, or the
+// current folder.
+class PracticeWorkingFolder : public WorkingFolderService {
+ public:
+  explicit PracticeWorkingFolder(DatabaseService& db);
+  std::string getImportFolder() override { return folder_; }
+
+ private:
+  std::string folder_;
 };
 
 }  // namespace lf

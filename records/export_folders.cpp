@@ -34,7 +34,7 @@ std::string ensureUserRow(DatabaseService& db) {
 
 std::string readSetting(const char* column) {
   std::string result;
-  DatabaseService* db = openPracticeDatabase();
+  DatabaseService* db = usablePracticeDatabase();
   if (db == nullptr) return result;
   RecordsetScope rs(*db, ensureUserRow(*db), kLockOptimistic);
   if (db->hasRecord(rs)) {
@@ -45,7 +45,7 @@ std::string readSetting(const char* column) {
 }
 
 void writeSetting(const char* column, const std::string& path) {
-  DatabaseService* db = openPracticeDatabase();
+  DatabaseService* db = usablePracticeDatabase();
   if (db == nullptr) return;
   RecordsetScope rs(*db, ensureUserRow(*db), kLockOptimistic);
   if (db->hasRecord(rs)) db->setField(rs, column, path);

@@ -162,7 +162,7 @@ std::string getMainPersonalSQLString(short statusKind, long taxYear) {
 long getClientDataIDFromCompanyID(long companyID) {
   long result = 0;
   procedure("nvImportlf6.dll-modDatabaseFunctions-getClientDataIDFromCompanyID", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ClientData.ClientDataID, ClientData.CompanyIDNum FROM ClientData "
@@ -178,7 +178,7 @@ long getClientDataIDFromCompanyID(long companyID) {
 long getCompanyIDFromClientDataID(long clientDataID) {
   long result = 0;
   procedure("nvImportlf6.dll-modDatabaseFunctions-getCompanyIDFromClientDataID", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ClientData.ClientDataID, ClientData.CompanyIDNum FROM ClientData "
@@ -235,7 +235,7 @@ bool validEmployeeID(std::string_view id) {
 
 void putPersonalTaxClientSummaryNotes(long contactID, long taxYear, const std::string& notes) {
   procedure("nvImportlf6.dll-modDatabaseFunctions-putPersonalTaxClientSummaryNotes", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT PersonalTaxClientSummary.* FROM PersonalTaxClientSummary WHERE "
@@ -258,7 +258,7 @@ void putPersonalTaxClientSummaryNotes(long contactID, long taxYear, const std::s
 bool getShowProfileT1InfoInSummary(long taxYear) {
   bool result = false;
   procedure("nvImportlf6.dll-modDatabaseFunctions-getShowProfileT1InfoInSummary", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT PersonalTaxDataImportInfo.* FROM PersonalTaxDataImportInfo WHERE "
@@ -280,7 +280,7 @@ bool getShowProfileT1InfoInSummary(long taxYear) {
 long forceFirstUserToBeAnAdminUser() {
   long result = 0;
   procedure("nvImportlf6.dll-modDatabaseFunctions-forceFirstUserToBeAnAdminUser", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     // Intended as it stands: the statement finds a user who already has level 1, so the
     // write below changes nothing and a firm without an administrator keeps none.
@@ -299,7 +299,7 @@ long forceFirstUserToBeAnAdminUser() {
 
 void addNewUserIDToSearchesUserSpecificTable(long userID) {
   procedure("nvImportlf6.dll-modDatabaseFunctions-addNewUserIDToSearchesUserSpecificTable", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string user = text(userID);
     RecordsetScope userSearches(*db,
@@ -330,7 +330,7 @@ void addNewUserIDToSearchesUserSpecificTable(long userID) {
 bool checkIfPersonalTaxTaskOverdue(long contactID) {
   bool result = false;
   procedure("nvImportlf6.dll-modDatabaseFunctions-checkIfPersonalTaxTaskOverdue", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT PersonalTaxStatus.* FROM PersonalTaxStatus WHERE "
@@ -364,7 +364,7 @@ bool checkIfPersonalTaxTaskOverdue(long contactID) {
 long getPersonalTaxYearFromCategoryID(long categoryID) {
   long result = 0;
   procedure("nvImportlf6.dll-modDatabaseFunctions-getPersonalTaxYearFromCategoryID", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db, "SELECT Categories.* FROM Categories;", kLockReadOnly);
     std::string yearText;

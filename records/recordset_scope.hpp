@@ -12,7 +12,7 @@ namespace lf {
 
 // The practice database when it is set and open, otherwise null: every procedure that reads
 // or writes it does nothing when this is null.
-inline DatabaseService* openPracticeDatabase() {
+inline DatabaseService* usablePracticeDatabase() {
   DatabaseService* db = moduleState().DatabaseReference;
   return db != nullptr && db->isOpen() ? db : nullptr;
 }

@@ -103,6 +103,28 @@ TEST_F(LookupsTest, UnitedStatesSelectionJoinsClientUSInfo) {
   EXPECT_EQ(value(sql, "ClientUSInfoID").toLong(), 101);
 }
 
+// The imports write a business client's columns by name on this selection, whichever of the
+// joined tables holds them.
+TEST_F(LookupsTest, MainBusinessSelectionWritesThroughToEveryMemberTable) {
+  addBusinessClient(5, "Acme", 1, false);
+  std::int32_t h =
+      db->openRecordset(getMainBusinessSQLString(false, 3, -1), kCursorKeyset, kLockOptimistic);
+  ASSERT_TRUE(db->findRecord(h, "ClientDataID", "105"));
+  db->setField(h, "CompanyName", "Acme Holdings");
+  db->setField(h, "BusinessNumber", "123456789");
+  db->setField(h, "ShowThisClient", "True");
+  db->setField(h, "YearEndDate", "2010-12-31");
+  db->setField(h, "ClientCustom1", "fee basis");
+  db->closeRecordset(h);
+  EXPECT_EQ(value("SELECT * FROM Companies WHERE CompanyID = 5;", "CompanyName").toString(),
+            "Acme Holdings");
+  const std::string data = "SELECT * FROM ClientData WHERE ClientDataID = 105;";
+  EXPECT_EQ(value(data, "BusinessNumber").toString(), "123456789");
+  EXPECT_TRUE(value(data, "ShowThisClient").toBool());
+  EXPECT_EQ(value(data, "YearEndDate").toDate()->toIso(), "2010-12-31 00:00:00");
+  EXPECT_EQ(value("SELECT * FROM OtherInfo;", "ClientCustom1").toString(), "fee basis");
+}
+
 TEST_F(LookupsTest, MainPersonalSelectionNeedsAStatusRowOfTheYear) {
   exec(
       "INSERT INTO Contacts (ContactID, DisplayName, FirstName) VALUES (1, 'Mary Jones', 'Mary');");
@@ -170,10 +192,12 @@ TEST_F(LookupsTest, OverdueFollowsTheDueDateExceptForStatusFive) {
 }
 
 TEST_F(LookupsTest, TaxYearOfACategoryComesFromItselfOrAnAncestor) {
-  exec("INSERT INTO Categories (CategoryID, CategoryName, CategorySpecialCode) VALUES "
-       "(101, 'Personal 2010', 'TaxYear:2010');");
-  exec("INSERT INTO Categories (CategoryID, CategoryNum, CategoryName) VALUES (102, 101, 'A'), "
-       "(103, 102, 'B');");
+  exec(
+      "INSERT INTO Categories (CategoryID, CategoryName, CategorySpecialCode) VALUES "
+      "(101, 'Personal 2010', 'TaxYear:2010');");
+  exec(
+      "INSERT INTO Categories (CategoryID, CategoryNum, CategoryName) VALUES (102, 101, 'A'), "
+      "(103, 102, 'B');");
   exec("INSERT INTO Categories (CategoryID, CategorySpecialCode) VALUES (104, 'TaxYear:1850');");
   exec("INSERT INTO Categories (CategoryID, CategoryNum) VALUES (105, 106), (106, 105);");
   EXPECT_EQ(getPersonalTaxYearFromCategoryID(101), 2010);
