@@ -98,7 +98,7 @@ void addSatelliteRows(DatabaseService& db, long clientDataID) {
 long addNewClientDataEntry() {
   long result = -1;
   procedure("Ledgerfolio.exe-modDatabaseClientFunctions-addNewClientDataEntry", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
 
     long companyID = -1;
@@ -123,7 +123,7 @@ long addNewClientDataEntryForExistingCompany(long companyID) {
   long result = -1;
   procedure(
       "Ledgerfolio.exe-modDatabaseClientFunctions-addNewClientDataEntryForExistingCompany", [&] {
-        DatabaseService* db = openPracticeDatabase();
+        DatabaseService* db = usablePracticeDatabase();
         if (db == nullptr) return;
         result = clientDataRow(*db, companyID);
         setCompanyClientsRow(*db, companyID);

@@ -115,7 +115,7 @@ std::vector<std::string> splitAccountantEmployeeNames(std::string_view fullName)
 
 void addNewContactReferences(long contactID) {
   procedure(label("addNewContactReferences"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string id = text(contactID);
     {
@@ -145,7 +145,7 @@ void addNewContactReferences(long contactID) {
 long addNewContact(std::string_view fullName, long categoryID, long companyID) {
   long result = 0;
   procedure(label("addNewContact"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const bool nameGiven = !GeneralUtilities::isBlank(fullName);
     const bool categoryValid = validCategoryID(categoryID);
@@ -198,7 +198,7 @@ bool addContactLink(long contactID, long categoryID, long companyID, long contac
                     std::string_view relationship, bool noReverseLink) {
   bool result = false;
   procedure(label("addContactLink"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     std::string sql =
         "SELECT ContactLinks.* FROM ContactLinks WHERE ContactLinks.ContactIDNum = " +
@@ -274,7 +274,7 @@ bool doesContactNameAlreadyExistForThisCompany(std::string_view fullName, long c
   bool result = false;
   procedure(label("doesContactNameAlreadyExistForThisCompany"), [&] {
     if (GeneralUtilities::isBlank(fullName)) return;
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const PersonNameParts parsed = parseSingleNameString(fullName);
     const std::string displayName = GeneralUtilities::upperCase(parsed.DisplayName);
@@ -308,7 +308,7 @@ bool doesContactNameAlreadyExistForThisCompany(std::string_view fullName, long c
 long addAccountantEmployee(std::string_view fullName, long firmCompanyID, long userLevel) {
   long result = 0;
   procedure(label("addAccountantEmployee"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db, "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo;",
                       kLockOptimistic);

@@ -12,10 +12,11 @@
 
 #include "db/database_service.hpp"
 #include "frame/procedure.hpp"
-#include "records/client_record_hooks.hpp"
 #include "records/lookups.hpp"
 #include "records/record_support.hpp"
 #include "records/recordset_scope.hpp"
+#include "summaries/company_summaries.hpp"
+#include "summaries/contact_summaries.hpp"
 
 namespace lf {
 namespace {
@@ -30,16 +31,12 @@ std::string label(std::string_view procedureName) {
   return std::string(kLabel) + std::string(procedureName);
 }
 
-void saveCompanyContactSummary(long companyID, long contactID) {
-  if (const auto& save = clientRecordHooks().saveCompanyContactRTF) save(companyID, contactID);
-}
-
 }  // namespace
 
 long checkForDefaultContact(long companyID, bool autoPick) {
   long result = 0;
   procedure(label("checkForDefaultContact"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ContactLinks.ContactIDNum, ContactLinks.CompanyNum, "
@@ -73,7 +70,7 @@ long checkForDefaultContact(long companyID, bool autoPick) {
 
 void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
   procedure(label("setContactAsDefault"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     {
       RecordsetScope rs(*db,
@@ -87,9 +84,8 @@ void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
             db->setField(rs, "DefaultContact", records::boolText(rowContact == contactID));
             if (!noSummaries) {
               const std::int32_t position = db->getPosition(rs);
-              if (const auto& save = clientRecordHooks().saveContactBusinessRTF)
-                save(rowContact, companyID);
-              saveCompanyContactSummary(companyID, contactID);
+              saveContactBusinessRTF(rowContact, -1, companyID, false);
+              saveCompanyContactRTF(companyID, contactID);
               db->setPosition(rs, position);
             }
           });
@@ -104,13 +100,13 @@ void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
 void setNoContactAsDefault(long companyID, bool noSummaries) {
   procedure(label("setNoContactAsDefault"), [&] {
     updateDefaultContactInfo(companyID);
-    if (!noSummaries) saveCompanyContactSummary(companyID, -1);
+    if (!noSummaries) saveCompanyContactRTF(companyID, -1);
   });
 }
 
 void updateDefaultContactInfo(long companyID) {
   procedure(label("updateDefaultContactInfo"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const long contactID = getDefaultContactIDFromCompanyID(companyID);
     RecordsetScope company(
@@ -147,7 +143,7 @@ void updateDefaultContactInfo(long companyID) {
 long getDefaultContactIDFromCompanyID(long companyID) {
   long result = 0;
   procedure(label("getDefaultContactIDFromCompanyID"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     bool hadRows = false;
     {
@@ -177,7 +173,7 @@ long getDefaultContactIDFromCompanyID(long companyID) {
 bool isContactDefaultContact(long companyID, long contactID) {
   bool result = false;
   procedure(label("isContactDefaultContact"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT ContactLinks.ContactIDNum, ContactLinks.CompanyNum, "

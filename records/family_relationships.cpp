@@ -84,7 +84,7 @@ std::string oppositeFamilyRelationship(std::string_view relationship, int gender
 std::string getOppositeFamilyRelationship(long contactID, std::string_view relationship) {
   int genderCode = 0;
   procedure("Ledgerfolio.exe-modDatabaseClientFunctions-getOppositeFamilyRelationship", [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     RecordsetScope rs(*db,
                       "SELECT Contacts.ContactID, Contacts.Gender FROM Contacts WHERE ContactID=" +

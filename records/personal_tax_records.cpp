@@ -12,6 +12,7 @@
 #include "records/lookups.hpp"
 #include "records/record_support.hpp"
 #include "records/recordset_scope.hpp"
+#include "summaries/contact_summaries.hpp"
 
 namespace lf {
 namespace {
@@ -100,7 +101,7 @@ void addNewPersonalTaxClientForExistingContact(long contactID, long categoryID, 
                                                long activeStatus) {
   procedure(label("addNewPersonalTaxClientForExistingContact"), [&] {
     if (taxYear < 1900) taxYear = locale().getCurrentPersonalYear();
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string contact = text(contactID);
     const std::string year = text(taxYear);
@@ -111,7 +112,7 @@ void addNewPersonalTaxClientForExistingContact(long contactID, long categoryID, 
     }
 
     addNewContactReferences(contactID);
-    if (const auto& save = clientRecordHooks().saveContactPersonalTaxRTF) save(contactID, taxYear);
+    saveContactPersonalTaxRTF(contactID, taxYear, -1);
 
     auto keyOnly = [](std::int32_t) {};
     addPerYearRow(*db, "PersonalTaxInfo", contact, year, keyOnly);
@@ -140,7 +141,7 @@ std::string populateNewPersonalTaxListCustomColumns(long contactID, int customNu
                                                     long taxYear) {
   std::string result;
   procedure(label("populateNewPersonalTaxListCustomColumns"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string n = std::to_string(customNumber);
     long kind = 0;
@@ -189,7 +190,7 @@ std::string populateNewPersonalTaxListCustomColumns(long contactID, int customNu
 bool isContactPersonalTaxContactForTaxYear(long contactID, long taxYear) {
   bool result = false;
   procedure(label("isContactPersonalTaxContactForTaxYear"), [&] {
-    DatabaseService* db = openPracticeDatabase();
+    DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
     const std::string contact = text(contactID);
     const std::string year = text(taxYear);

@@ -4,37 +4,23 @@
 #include "records/default_contacts.hpp"
 
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "records/client_record_hooks.hpp"
 #include "records/company_records.hpp"
 #include "records/contact_records.hpp"
 #include "records/lookups.hpp"
+#include "summaries/contact_summaries.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {
 namespace {
 
-using Calls = std::vector<std::pair<long, long>>;
-
 class DefaultContactsTest : public testing::PracticeDatabaseTest {
  protected:
   void SetUp() override {
     PracticeDatabaseTest::SetUp();
-    savedHooks = clientRecordHooks();
-    clientRecordHooks().saveContactBusinessRTF = [this](long c, long co) {
-      businessSummaries.emplace_back(c, co);
-    };
-    clientRecordHooks().saveCompanyContactRTF = [this](long co, long c) {
-      companySummaries.emplace_back(co, c);
-    };
     company = getCompanyIDFromClientDataID(addNewClientDataEntry());
   }
-  void TearDown() override {
-    clientRecordHooks() = savedHooks;
-    EXPECT_TRUE(errors.errors.empty());
-  }
+  void TearDown() override { EXPECT_TRUE(errors.errors.empty()); }
 
   long personWithNumbers(const std::string& name, const std::string& phone) {
     const long id = addNewContact(name, -1, -1);
@@ -48,9 +34,21 @@ class DefaultContactsTest : public testing::PracticeDatabaseTest {
         .toString();
   }
 
-  ClientRecordHooks savedHooks;
-  Calls businessSummaries;
-  Calls companySummaries;
+  // The company's stored contact panel and a contact's stored business page.
+  std::string contactPanel() {
+    return value("SELECT * FROM CompaniesNotes WHERE CompanyNum=" + std::to_string(company) + ";",
+                 "ContactNotes")
+        .toString();
+  }
+  std::string businessPage(long contact) {
+    return value("SELECT * FROM ContactsNotes WHERE ContactNum=" + std::to_string(contact) + ";",
+                 "BusinessNotes")
+        .toString();
+  }
+  bool holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+  }
+
   long company = 0;
 };
 
@@ -63,7 +61,8 @@ TEST_F(DefaultContactsTest, OnlyContactBecomesTheDefaultWithItsDetailsOnTheCompa
   EXPECT_EQ(companyField("DefaultContactPhoneNumber"), "(416) 555-1234");
   EXPECT_EQ(companyField("DefaultContactFaxNumber"), "555-0100");
   EXPECT_EQ(companyField("DefaultContactEmail"), "x@example.com");
-  EXPECT_EQ(companySummaries, (Calls{{company, ann}}));
+  EXPECT_TRUE(holds(contactPanel(), "Ann Lee"));
+  EXPECT_FALSE(businessPage(ann).empty());
 }
 
 TEST_F(DefaultContactsTest, LaterContactsLeaveTheDefaultUntilOneIsSetAsDefault) {
@@ -74,20 +73,21 @@ TEST_F(DefaultContactsTest, LaterContactsLeaveTheDefaultUntilOneIsSetAsDefault) 
   EXPECT_EQ(checkForDefaultContact(company, true), ann);
   EXPECT_FALSE(isContactDefaultContact(company, bob));
 
-  businessSummaries.clear();
-  companySummaries.clear();
+  EXPECT_TRUE(businessPage(bob).empty());
   setContactAsDefault(bob, company, false);
   EXPECT_TRUE(isContactDefaultContact(company, bob));
   EXPECT_FALSE(isContactDefaultContact(company, ann));
   EXPECT_EQ(companyField("DefaultContactName"), "Bob Ray");
   EXPECT_EQ(companyField("DefaultContactPhoneNumber"), "222");
-  EXPECT_EQ(businessSummaries, (Calls{{ann, company}, {bob, company}}));
-  EXPECT_EQ(companySummaries, (Calls{{company, bob}, {company, bob}}));
+  EXPECT_TRUE(holds(contactPanel(), "Bob Ray"));
+  EXPECT_FALSE(holds(contactPanel(), "Ann Lee"));
+  EXPECT_FALSE(businessPage(bob).empty());
 
-  businessSummaries.clear();
+  // Without summaries the mark and the columns move, the stored panel stays.
   setContactAsDefault(ann, company, true);
   EXPECT_TRUE(isContactDefaultContact(company, ann));
-  EXPECT_TRUE(businessSummaries.empty());
+  EXPECT_EQ(companyField("DefaultContactName"), "Ann Lee");
+  EXPECT_TRUE(holds(contactPanel(), "Bob Ray"));
 }
 
 TEST_F(DefaultContactsTest, LinksWithoutADefaultGetTheFirstUnlessAutoPickIsOff) {
@@ -112,9 +112,9 @@ TEST_F(DefaultContactsTest, RemovingTheLastLinkClearsTheDefaultColumns) {
                              "DefaultContactFaxNumber", "DefaultContactEmail"})
     EXPECT_EQ(companyField(column), "") << column;
 
-  companySummaries.clear();
+  EXPECT_TRUE(holds(contactPanel(), "Ann Lee"));
   setNoContactAsDefault(company, false);
-  EXPECT_EQ(companySummaries, (Calls{{company, -1}}));
+  EXPECT_EQ(contactPanel(), saveNoDefaultComment());
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "host/general_utilities.hpp"
 #include "host/legacy_text.hpp"
 #include "records/client_record_hooks.hpp"
 #include "records/contact_records.hpp"
@@ -62,6 +63,10 @@ TEST_F(PersonalTaxRecordsTest, NewClientOfAYearGetsItsRowsAndCanadianDates) {
   EXPECT_EQ(count("SELECT * FROM ContactLinks WHERE ContactIDNum=" + id +
                   " AND CategoryNum=" + std::to_string(category) + ";"),
             1);
+  // The year's tax summary is stored.
+  EXPECT_FALSE(GeneralUtilities::isBlank(value(
+      "SELECT * FROM PersonalTaxClientSummary WHERE ContactNum=" + id + " AND TaxYear=2010;",
+      "PersonalTaxNotes")));
 }
 
 TEST_F(PersonalTaxRecordsTest, OtherCountryModesDueOnAprilFifteenth) {
