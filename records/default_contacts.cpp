@@ -179,8 +179,8 @@ bool isContactDefaultContact(long companyID, long contactID) {
                       "SELECT ContactLinks.ContactIDNum, ContactLinks.CompanyNum, "
                       "ContactLinks.DefaultContact FROM ContactLinks WHERE "
                       "ContactLinks.CompanyNum = " +
-                          text(companyID) + " AND ContactLinks.ContactIDNum = " +
-                          text(contactID) + ";",
+                          text(companyID) + " AND ContactLinks.ContactIDNum = " + text(contactID) +
+                          ";",
                       kLockReadOnly);
     if (!db->hasRecord(rs)) return;
     while (!db->isEOF(rs) && !result) {

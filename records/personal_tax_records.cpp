@@ -217,12 +217,12 @@ bool isContactPersonalTaxContactForTaxYear(long contactID, long taxYear) {
       RecordsetScope links(*db,
                            "SELECT ContactLinks.* FROM ContactLinks WHERE "
                            "ContactLinks.ContactIDNum = " +
-                               contact + " AND ContactLinks.CategoryNum = " + text(category) +
-                               ";",
+                               contact + " AND ContactLinks.CategoryNum = " + text(category) + ";",
                            kLockReadOnly);
       if (db->hasRecord(links)) {
         while (!db->isEOF(links) && !linked) {
-          linked = dropDown().getCategoryInfo(toLong(db->getField(links, "CategoryNum"))).needsRecord;
+          linked =
+              dropDown().getCategoryInfo(toLong(db->getField(links, "CategoryNum"))).needsRecord;
           db->moveNext(links);
         }
       }

@@ -14,20 +14,26 @@ namespace lf {
 namespace {
 
 const std::vector<std::pair<std::string, std::string>> kSatellites = {
-    {"AccountingServices", "AccountingServiceID"}, {"ClientOptions", "ClientOptionID"},
-    {"ClientNotes", "ClientNoteID"},               {"CorpTaxInfo", "CorpTaxInfoID"},
-    {"LawInfo", "LawInfoID"},                      {"OtherInfo", "OtherInfoID"},
-    {"WSIB_EHTInfo", "WSIB_EHTInfoID"},            {"ClientUSInfo", "ClientUSInfoID"}};
+    {"AccountingServices", "AccountingServiceID"},
+    {"ClientOptions", "ClientOptionID"},
+    {"ClientNotes", "ClientNoteID"},
+    {"CorpTaxInfo", "CorpTaxInfoID"},
+    {"LawInfo", "LawInfoID"},
+    {"OtherInfo", "OtherInfoID"},
+    {"WSIB_EHTInfo", "WSIB_EHTInfoID"},
+    {"ClientUSInfo", "ClientUSInfoID"}};
 
 class CompanyRecordsTest : public testing::PracticeDatabaseTest {
  protected:
   // Every operation here runs without a reported failure.
   void TearDown() override { EXPECT_TRUE(errors.errors.empty()); }
-  long satelliteRows(long clientDataID) {
+  // The satellite rows of a client, leaving out the table `skip`.
+  long satelliteRows(long clientDataID, const std::string& skip = "") {
     long rows = 0;
     for (const auto& [table, key] : kSatellites)
-      rows += count("SELECT * FROM " + table + " WHERE " + key + "=" +
-                    std::to_string(clientDataID) + ";");
+      if (table != skip)
+        rows += count("SELECT * FROM " + table + " WHERE " + key + "=" +
+                      std::to_string(clientDataID) + ";");
     return rows;
   }
   long rowsOf(const std::string& table) { return count("SELECT * FROM " + table + ";"); }
@@ -67,9 +73,9 @@ TEST_F(CompanyRecordsTest, ClosedDatabaseGivesMinusOneAndCreatesNothing) {
 TEST_F(CompanyRecordsTest, SecondRunForACompanyAddsNothingAndResetsItsClientsContact) {
   const long clientData = addNewClientDataEntry();
   const long company = getCompanyIDFromClientDataID(clientData);
-  db->executeStatement("UPDATE Clients SET ContactIDNum = 7 WHERE CompanyIDNum = " +
-                       std::to_string(company) + ";");
-  const std::vector<std::string> tables = {"Companies", "CompaniesNotes", "Clients",
+  db->executeStatement(
+      "UPDATE Clients SET ContactIDNum = 7 WHERE CompanyIDNum = " + std::to_string(company) + ";");
+  const std::vector<std::string> tables = {"Companies",  "CompaniesNotes", "Clients",
                                            "ClientData", "ClientUSInfo",   "OtherInfo"};
   std::vector<long> before;
   for (const auto& t : tables) before.push_back(rowsOf(t));
@@ -99,6 +105,17 @@ TEST_F(CompanyRecordsTest, PartialFamilyIsCompletedAroundItsExistingClientData) 
   EXPECT_EQ(rowsOf("CompaniesNotes"), 0);
   EXPECT_EQ(value("SELECT * FROM Companies WHERE CompanyID=40;", "CompanyName").toString(),
             "Half Built");
+}
+
+TEST_F(CompanyRecordsTest, FailingSatelliteIsReportedAndTheOthersAreStillMade) {
+  db->executeStatement("DROP TABLE LawInfo;");
+  const long clientData = addNewClientDataEntry();  // the recording service answers resume
+  ASSERT_GT(clientData, 0);
+  EXPECT_EQ(satelliteRows(clientData, "LawInfo"), 7);
+  ASSERT_EQ(errors.errors.size(), 1u);
+  EXPECT_EQ(errors.errors[0].source,
+            "Ledgerfolio.exe-modDatabaseClientFunctions-addNewClientDataEntry");
+  errors.errors.clear();
 }
 
 }  // namespace

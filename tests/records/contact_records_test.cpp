@@ -77,8 +77,8 @@ TEST_F(ContactRecordsTest, ContactAtACompanyTakesItsNameReferencesLinkAndDefault
 
 TEST_F(ContactRecordsTest, ContactWithNeitherCompanyNorCategoryGoesToTheContactCategory) {
   const long contact = addNewContact("Ann Lee", -1, -1);
-  EXPECT_EQ(links("ContactIDNum=" + std::to_string(contact) + " AND CategoryNum=" +
-                  std::to_string(dropDown->getCurrentContactCategoryID())),
+  EXPECT_EQ(links("ContactIDNum=" + std::to_string(contact) +
+                  " AND CategoryNum=" + std::to_string(dropDown->getCurrentContactCategoryID())),
             1);
   EXPECT_EQ(addNewContact("  ", -1, -1), 0);
   EXPECT_EQ(count("SELECT * FROM Contacts;"), 1);
@@ -89,9 +89,9 @@ TEST_F(ContactRecordsTest, PersonalTaxCategoryMakesATaxClientOfItsYear) {
   const std::string id = std::to_string(contact);
   EXPECT_EQ(count("SELECT * FROM PersonalTaxStatus WHERE ContactNum=" + id + " AND TaxYear=2023;"),
             1);
-  EXPECT_TRUE(value("SELECT * FROM ContactLinks WHERE ContactIDNum=" + id + ";",
-                    "IsPersonalTaxCategory")
-                  .toBool());
+  EXPECT_TRUE(
+      value("SELECT * FROM ContactLinks WHERE ContactIDNum=" + id + ";", "IsPersonalTaxCategory")
+          .toBool());
 }
 
 TEST_F(ContactRecordsTest, CategoryWithoutAYearUsesTheCurrentPersonalYear) {
@@ -107,8 +107,8 @@ TEST_F(ContactRecordsTest, LinkingTheSamePairTwiceKeepsOneRow) {
   const long contact = person("Ann Lee");
   EXPECT_TRUE(addContactLink(contact, -1, company, -1, "", false));
   EXPECT_TRUE(addContactLink(contact, -1, company, -1, "", false));
-  EXPECT_EQ(links("ContactIDNum=" + std::to_string(contact) + " AND CompanyNum=" +
-                  std::to_string(company)),
+  EXPECT_EQ(links("ContactIDNum=" + std::to_string(contact) +
+                  " AND CompanyNum=" + std::to_string(company)),
             1);
 }
 
@@ -150,8 +150,8 @@ TEST_F(ContactRecordsTest, NoReverseLinkLeavesTheOtherSideAlone) {
 TEST_F(ContactRecordsTest, NameAtACompanyMatchesByDisplayOrFirstAndLastName) {
   const long company = newCompany("Acme Ltd");
   const long john = addNewContact("John Smith", -1, company);
-  db->executeStatement("UPDATE Contacts SET DisplayName = 'Johnny' WHERE ContactID = " +
-                       std::to_string(john) + ";");
+  db->executeStatement(
+      "UPDATE Contacts SET DisplayName = 'Johnny' WHERE ContactID = " + std::to_string(john) + ";");
   const long other = newCompany("Other Co");
   long found = -5;
   EXPECT_TRUE(doesContactNameAlreadyExistForThisCompany("JOHN SMITH", company, found));
@@ -193,12 +193,12 @@ TEST_F(AccountantEmployeeTest, CoupleBecomesTwoUsersOfTheFirmWithColourAndSearch
   ASSERT_GT(last, 0);
 
   std::int32_t h = db->openRecordset(
-      "SELECT * FROM AccountantEmployeeInfo WHERE ContactID > 1 ORDER BY ContactID;",
-      kCursorKeyset, kLockReadOnly);
+      "SELECT * FROM AccountantEmployeeInfo WHERE ContactID > 1 ORDER BY ContactID;", kCursorKeyset,
+      kLockReadOnly);
   Strings names;
   for (db->hasRecord(h); !db->isEOF(h); db->moveNext(h)) {
     names.push_back(db->getField(h, "UserName").toString());
-    EXPECT_EQ(db->getField(h, "UserLevel").toLong(), 2);  // level 1 asked, 2 given
+    EXPECT_EQ(db->getField(h, "UserLevel").toLong(), 2);          // level 1 asked, 2 given
     EXPECT_EQ(db->getField(h, "UserColour").toLong(), 16711680);  // one user before: blue
     EXPECT_EQ(db->getField(h, "BusinessName").toString(), "Maple Ridge Accounting");
     EXPECT_TRUE(db->getField(h, "InheritCompanyInfo").toBool());
@@ -206,11 +206,11 @@ TEST_F(AccountantEmployeeTest, CoupleBecomesTwoUsersOfTheFirmWithColourAndSearch
   }
   db->closeRecordset(h);
   EXPECT_EQ(names, (Strings{"John Smith", "Mary Smith"}));
-  EXPECT_EQ(value("SELECT * FROM AccountantEmployeeInfo WHERE ContactID=" +
-                      std::to_string(last) + ";",
-                  "NamePrefix")
-                .toString(),
-            "Mrs");
+  EXPECT_EQ(
+      value("SELECT * FROM AccountantEmployeeInfo WHERE ContactID=" + std::to_string(last) + ";",
+            "NamePrefix")
+          .toString(),
+      "Mrs");
   EXPECT_EQ(count("SELECT * FROM SearchesUserSpecific WHERE SearchIDNum=3 AND SearchType=2;"), 2);
   EXPECT_EQ(count("SELECT * FROM Contacts;"), 0);
 }

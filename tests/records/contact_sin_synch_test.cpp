@@ -25,8 +25,7 @@ class ContactSINSynchTest : public testing::PracticeDatabaseTest {
     return text.empty() ? "Null" : "'" + text + "'";
   }
   std::string field(long contact, const std::string& column) {
-    return value("SELECT * FROM Contacts WHERE ContactID=" + std::to_string(contact) + ";",
-                 column)
+    return value("SELECT * FROM Contacts WHERE ContactID=" + std::to_string(contact) + ";", column)
         .toString();
   }
 };
@@ -37,8 +36,10 @@ TEST_F(ContactSINSynchTest, SpousesFillEachOthersBlankNumbers) {
   const long son = person("Tom Smith", "", "");
   addContactLink(john, -1, -1, mary, "Wife", false);
   addContactLink(john, -1, -1, son, "Son", false);
-  db->executeStatement("UPDATE Contacts SET SocialInsuranceNumber = '987 654 321' WHERE "
-                       "ContactID = " + std::to_string(mary) + ";");
+  db->executeStatement(
+      "UPDATE Contacts SET SocialInsuranceNumber = '987 654 321' WHERE "
+      "ContactID = " +
+      std::to_string(mary) + ";");
 
   auto synch = contactSINSynchClassInit();
   EXPECT_EQ(synch->DatabaseReference, db.get());

@@ -26,7 +26,8 @@ class DefaultContactsTest : public testing::PracticeDatabaseTest {
     const long id = addNewContact(name, -1, -1);
     db->executeStatement("UPDATE Contacts SET BusinessPhone_Main = '" + phone +
                          "', BusinessPhone_Fax = '555-0100', BusinessEmail = 'x@example.com' "
-                         "WHERE ContactID = " + std::to_string(id) + ";");
+                         "WHERE ContactID = " +
+                         std::to_string(id) + ";");
     return id;
   }
   std::string companyField(const std::string& field) {
@@ -92,9 +93,10 @@ TEST_F(DefaultContactsTest, LaterContactsLeaveTheDefaultUntilOneIsSetAsDefault) 
 
 TEST_F(DefaultContactsTest, LinksWithoutADefaultGetTheFirstUnlessAutoPickIsOff) {
   const long ann = personWithNumbers("Ann Lee", "111");
-  db->executeStatement("INSERT INTO ContactLinks (ContactIDNum, CompanyNum, DefaultContact) "
-                       "VALUES (" + std::to_string(ann) + ", " + std::to_string(company) +
-                       ", False);");
+  db->executeStatement(
+      "INSERT INTO ContactLinks (ContactIDNum, CompanyNum, DefaultContact) "
+      "VALUES (" +
+      std::to_string(ann) + ", " + std::to_string(company) + ", False);");
   EXPECT_EQ(checkForDefaultContact(company, false), 0);
   EXPECT_FALSE(isContactDefaultContact(company, ann));
   EXPECT_EQ(getDefaultContactIDFromCompanyID(company), ann);

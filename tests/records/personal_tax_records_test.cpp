@@ -64,9 +64,9 @@ TEST_F(PersonalTaxRecordsTest, NewClientOfAYearGetsItsRowsAndCanadianDates) {
                   " AND CategoryNum=" + std::to_string(category) + ";"),
             1);
   // The year's tax summary is stored.
-  EXPECT_FALSE(GeneralUtilities::isBlank(value(
-      "SELECT * FROM PersonalTaxClientSummary WHERE ContactNum=" + id + " AND TaxYear=2010;",
-      "PersonalTaxNotes")));
+  EXPECT_FALSE(GeneralUtilities::isBlank(
+      value("SELECT * FROM PersonalTaxClientSummary WHERE ContactNum=" + id + " AND TaxYear=2010;",
+            "PersonalTaxNotes")));
 }
 
 TEST_F(PersonalTaxRecordsTest, OtherCountryModesDueOnAprilFifteenth) {
@@ -79,8 +79,10 @@ TEST_F(PersonalTaxRecordsTest, OtherCountryModesDueOnAprilFifteenth) {
 
 TEST_F(PersonalTaxRecordsTest, SecondCallKeepsTheFirstRowsStatusAndDates) {
   addNewPersonalTaxClientForExistingContact(contact, -1, 2010, 1);
-  db->executeStatement("UPDATE PersonalTaxStatus SET ReturnStatus = 3, ReturnDate = #2011-03-01# "
-                       "WHERE ContactNum = " + id + ";");
+  db->executeStatement(
+      "UPDATE PersonalTaxStatus SET ReturnStatus = 3, ReturnDate = #2011-03-01# "
+      "WHERE ContactNum = " +
+      id + ";");
   addNewPersonalTaxClientForExistingContact(contact, -1, 2010, 1);
   for (const char* table :
        {"PersonalTaxInfo", "PersonalTaxStatus", "PersonalTaxNotes", "PersonalTaxProfileInfo"})
@@ -101,7 +103,8 @@ TEST_F(PersonalTaxRecordsTest, EarlyYearTakesTheCurrentPersonalYearAndAMissingCo
 TEST_F(PersonalTaxRecordsTest, ChecklistCopiesUsedStepsAndDropsStepsBeyondTheList) {
   for (const char* step : {"(2010, 2, 1)", "(2010, 0, 2)", "(2010, 1, 3)", "(2011, 7, 1)"})
     db->executeStatement(std::string("INSERT INTO PersonalTaxSteps (TaxYear, StepNum, SortIndex) "
-                                     "VALUES ") + step + ";");
+                                     "VALUES ") +
+                         step + ";");
   // Existing rows: step 1 stays; steps 4 and 5 lie beyond the three steps of the year.
   for (const char* task : {"1", "4", "5", "9"})
     db->executeStatement("INSERT INTO PersonalTaxTasks (ContactNum, TaxYear, StepNum) VALUES (" +
@@ -129,12 +132,19 @@ TEST_F(PersonalTaxRecordsTest, TemplateColumnIsFilledThroughTheMergeHook) {
     const std::string first =
         value("SELECT * FROM Contacts WHERE ContactID=" + std::to_string(who) + ";", "FirstName")
             .toString();
-    return replaceAll(replaceAll(text, "\xC2\xAB" "First Name\xC2\xBB", first),
-                      "\xC2\xAB" "Tax Year\xC2\xBB", std::to_string(year));
+    return replaceAll(replaceAll(text,
+                                 "\xC2\xAB"
+                                 "First Name\xC2\xBB",
+                                 first),
+                      "\xC2\xAB"
+                      "Tax Year\xC2\xBB",
+                      std::to_string(year));
   };
   db->executeStatement(
       "UPDATE CustomFields SET PersonalTaxTaskCustomType2 = 3, PersonalTaxTaskCustomInfo2 = "
-      "'\xC2\xAB" "First Name\xC2\xBB files \xC2\xAB" "Tax Year\xC2\xBB', "
+      "'\xC2\xAB"
+      "First Name\xC2\xBB files \xC2\xAB"
+      "Tax Year\xC2\xBB', "
       "PersonalTaxTaskCustomType4 = 1, PersonalTaxTaskCustomInfo4 = 'not a template';");
 
   addNewPersonalTaxClientForExistingContact(contact, -1, 2010, 0);
@@ -163,13 +173,11 @@ TEST_F(PersonalTaxRecordsTest, ClientOfAYearNeedsBothRowsAndGetsItsYearLinkBack)
   db->executeStatement("INSERT INTO PersonalTaxStatus (ContactNum, TaxYear) VALUES (" + id +
                        ", 2023);");
   EXPECT_TRUE(isContactPersonalTaxContactForTaxYear(contact, year));
-  EXPECT_EQ(count("SELECT * FROM ContactLinks WHERE ContactIDNum=" + id +
-                  " AND CategoryNum=" + std::to_string(category) +
-                  " AND IsPersonalTaxCategory = True;"),
+  EXPECT_EQ(count("SELECT * FROM ContactLinks WHERE ContactIDNum=" + id + " AND CategoryNum=" +
+                  std::to_string(category) + " AND IsPersonalTaxCategory = True;"),
             1);
   EXPECT_TRUE(isContactPersonalTaxContactForTaxYear(contact, year));
-  EXPECT_EQ(count("SELECT * FROM ContactLinks WHERE CategoryNum=" + std::to_string(category) +
-                  ";"),
+  EXPECT_EQ(count("SELECT * FROM ContactLinks WHERE CategoryNum=" + std::to_string(category) + ";"),
             1);
 }
 
