@@ -263,32 +263,4 @@ LF_CROSS_REFERENCE_SAVE(saveDepositIDAndTPSDepositID, CrossReferenceKind::Deposi
 LF_CROSS_REFERENCE_SAVE(saveDocketIDAndTPSTimeID, CrossReferenceKind::Docket)
 #undef LF_CROSS_REFERENCE_SAVE
 
-namespace {
-
-std::string sourceName(DatabaseService& source, std::int32_t handle, std::string_view keyColumn,
-                       std::string_view id) {
-  if (!source.findRecord(handle, keyColumn, id)) return {};
-  const Variant name = source.getField(handle, "Name");
-  return GeneralUtilities::isBlank(name) ? std::string() : name.toString();
-}
-
-}  // namespace
-
-std::string getTPSClientNameFromTPSClientID(DatabaseService& source, std::int32_t clients,
-                                            std::string_view tpsClientID) {
-  std::string result;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSClientNameFromTPSClientID",
-            [&] { result = sourceName(source, clients, "ClientID", tpsClientID); });
-  return result;
-}
-
-std::string getTPSWorkCodeNameFromTPSWorkCodeID(DatabaseService& source,
-                                                std::int32_t childWorkCodes,
-                                                std::string_view tpsWorkCodeID) {
-  std::string result;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSWorkCodeNameFromTPSWorkCodeID",
-            [&] { result = sourceName(source, childWorkCodes, "WorkID", tpsWorkCodeID); });
-  return result;
-}
-
 }  // namespace lf

@@ -144,13 +144,4 @@ class CrossReferenceTables {
   DatabaseService* db_ = nullptr;
 };
 
-// The source look-ups beside the cross-references, on the engine's open source recordsets:
-// the Name of the source client found by ClientID, and of the child work code found by
-// WorkID. Empty text when not found.
-std::string getTPSClientNameFromTPSClientID(DatabaseService& source, std::int32_t clients,
-                                            std::string_view tpsClientID);
-std::string getTPSWorkCodeNameFromTPSWorkCodeID(DatabaseService& source,
-                                                std::int32_t childWorkCodes,
-                                                std::string_view tpsWorkCodeID);
-
 }  // namespace lf

@@ -5,7 +5,6 @@
 
 #include <string>
 
-#include "db/sqlite_database.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {
@@ -129,26 +128,6 @@ TEST_F(CrossReferenceTest, Bill4TimeRowsAreBalabossRowsToABalabossRun) {
   EXPECT_EQ(balaboss.getInvoiceIDFromTPSInvoiceID("INV-1"), 40);
   balaboss.close();
   EXPECT_EQ(count("SELECT * FROM BalabossInvoiceEntries WHERE BalabossDBID = '123';"), 1);
-}
-
-TEST_F(CrossReferenceTest, SourceNamesAreFoundByTheirKeys) {
-  SqliteDatabase source;
-  source.createNew(":memory:");
-  source.executeStatement("CREATE TABLE Clients (ClientID INTEGER, Name TEXT);");
-  source.executeStatement("CREATE TABLE WorkCodes (WorkID TEXT, Name TEXT, Parent TEXT);");
-  source.executeStatement("INSERT INTO Clients VALUES (601, 'Acme Ltd');");
-  source.executeStatement("INSERT INTO WorkCodes VALUES ('W-1', 'Bookkeeping', 'P');");
-  const std::int32_t clients =
-      source.openRecordset("SELECT Clients.* FROM Clients;", kCursorKeyset, kLockReadOnly);
-  const std::int32_t workCodes =
-      source.openRecordset("SELECT WorkCodes.* From WorkCodes WHERE Not WorkCodes.Parent Is Null;",
-                           kCursorKeyset, kLockReadOnly);
-  EXPECT_EQ(getTPSClientNameFromTPSClientID(source, clients, "601"), "Acme Ltd");
-  EXPECT_EQ(getTPSClientNameFromTPSClientID(source, clients, "602"), "");
-  EXPECT_EQ(getTPSWorkCodeNameFromTPSWorkCodeID(source, workCodes, "W-1"), "Bookkeeping");
-  EXPECT_EQ(getTPSWorkCodeNameFromTPSWorkCodeID(source, workCodes, "W-2"), "");
-  source.closeRecordset(clients);
-  source.closeRecordset(workCodes);
 }
 
 }  // namespace
