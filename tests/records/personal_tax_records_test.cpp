@@ -60,6 +60,7 @@ TEST_F(PersonalTaxRecordsTest, NewClientOfAYearGetsItsRowsAndCanadianDates) {
   EXPECT_EQ(status(2010, "EmployeeAssigned"), "None Assigned");
   EXPECT_EQ(status(2010, "ReturnDate"), "2011-04-30");
   EXPECT_EQ(status(2010, "InHouseDueDate"), "2011-04-30");
+  EXPECT_EQ(status(2010, "OverdueFlag"), "True");  // due long ago, status 6 is not filed
   EXPECT_EQ(count("SELECT * FROM ContactLinks WHERE ContactIDNum=" + id +
                   " AND CategoryNum=" + std::to_string(category) + ";"),
             1);
