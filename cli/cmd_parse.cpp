@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "cli/command_registry.hpp"
+#include "cli/host_session.hpp"
 #include "frame/module_state.hpp"
 #include "host/error_service.hpp"
 #include "host/general_utilities.hpp"
@@ -21,37 +22,6 @@ namespace lf::cli {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-// Answers "resume next" to every failure, as a user would, and keeps them for a note on
-// stderr. Installed in module state for the length of one command.
-class ResumeNextErrorService : public ErrorService {
- public:
-  ResumeNextErrorService() {
-    ModuleState& state = moduleState();
-    saved_ = state.errorClass;
-    savedIsSet_ = state.errorClassIsSet;
-    state.errorClass = this;
-    state.errorClassIsSet = true;
-  }
-  ~ResumeNextErrorService() override {
-    ModuleState& state = moduleState();
-    state.errorClass = saved_;
-    state.errorClassIsSet = savedIsSet_;
-    for (const ErrorInfo& e : errors_)
-      std::cerr << "lfimport: resumed after error " << e.number << " (" << e.description << ") in "
-                << e.source << "\n";
-  }
-  void enterProcedure(std::string_view) override {}
-  void leaveProcedure() override {}
-  void setError(const ErrorInfo& error) override { errors_.push_back(error); }
-  void reportError() override {}
-  int getErrorAction() override { return kErrorResumeNext; }
-
- private:
-  std::vector<ErrorInfo> errors_;
-  ErrorService* saved_ = nullptr;
-  bool savedIsSet_ = false;
-};
 
 void addNameParts(Json& out, const PersonNameParts& parts, const std::string& columnPrefix,
                   bool trimmed) {
@@ -65,7 +35,7 @@ void addNameParts(Json& out, const PersonNameParts& parts, const std::string& co
 }
 
 Json nameJson(const std::string& text, bool single) {
-  ResumeNextErrorService errors;
+  ScopedErrorService errors(kErrorResumeNext, &std::cerr);  // a user would resume next
   Json out = Json::object();
   if (single) {
     const PersonNameParts parts = parseSingleNameString(text);
@@ -88,7 +58,7 @@ Json nameJson(const std::string& text, bool single) {
 }
 
 Json addressJson(std::string line) {
-  ResumeNextErrorService errors;
+  ScopedErrorService errors(kErrorResumeNext, &std::cerr);  // a user would resume next
   const AddressFields f = parseAddressString(line);
   Json out = Json::object();
   out["Name"] = f.Name;

@@ -46,6 +46,19 @@ std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path) {
   return db;
 }
 
+ScopedErrorService::ScopedErrorService(int action, std::ostream* log)
+    : service_(action, log, nullptr),
+      saved_(moduleState().errorClass),
+      savedIsSet_(moduleState().errorClassIsSet) {
+  moduleState().errorClass = &service_;
+  moduleState().errorClassIsSet = true;
+}
+
+ScopedErrorService::~ScopedErrorService() {
+  moduleState().errorClass = saved_;
+  moduleState().errorClassIsSet = savedIsSet_;
+}
+
 HostSession::HostSession(const HostOptions& options) {
   db_ = openPracticeDatabase(options.practicePath);
   std::ostream* log = options.quiet ? nullptr : &std::cerr;

@@ -58,6 +58,19 @@ class HostSession {
   std::unique_ptr<PracticeClientDropDown> dropDown_;
 };
 
+// Installs a console error service for a command that needs no practice database (the
+// parsers), restoring the previous one at the end.
+class ScopedErrorService {
+ public:
+  ScopedErrorService(int action, std::ostream* log);
+  ~ScopedErrorService();
+
+ private:
+  ConsoleErrorService service_;
+  ErrorService* saved_;
+  bool savedIsSet_;
+};
+
 // Opens a practice database for a command, or throws with a clear message.
 std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path);
 

@@ -252,6 +252,12 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
 
   for (size_t i = 0; i < tokens.size(); ++i) {
     Token& t = tokens[i];
+    // A qualified column name may be an SQLite keyword (ClientContacts.Primary): quote it.
+    if (t.kind == Tok::Word && i > 0 && tokens[i - 1].text == "." && t.space.empty()) {
+      t.kind = Tok::Quoted;
+      t.text = "\"" + t.text + "\"";
+      continue;
+    }
     if (t.kind == Tok::Word) {
       std::string u = upper(t.text);
       if (u == "TRUE") {

@@ -32,6 +32,11 @@ TEST(AccessSqlTranslation, BooleansNamesAndStrings) {
   EXPECT_EQ(plain("SELECT A & ' ' & B FROM T"), "SELECT A || ' ' || B FROM T");
 }
 
+TEST(AccessSqlTranslation, QualifiedColumnsMayBeSqliteKeywords) {
+  EXPECT_EQ(plain("SELECT ClientContacts.ClientID, ClientContacts.Primary FROM ClientContacts;"),
+            "SELECT ClientContacts.\"ClientID\", ClientContacts.\"Primary\" FROM ClientContacts");
+}
+
 TEST(AccessSqlTranslation, LikeWildcardsAndNullTests) {
   EXPECT_EQ(plain("SELECT * FROM Clients WHERE Clients.[Client Status] Not Like 'Deleted';"),
             "SELECT * FROM Clients WHERE Clients.\"Client Status\" Not Like 'Deleted'");
@@ -40,7 +45,7 @@ TEST(AccessSqlTranslation, LikeWildcardsAndNullTests) {
   EXPECT_EQ(plain("SELECT * FROM T WHERE N Like '100%*'"),
             "SELECT * FROM T WHERE N Like '100\\%%' ESCAPE '\\'");
   EXPECT_EQ(plain("SELECT WorkCodes.* From WorkCodes WHERE Not WorkCodes.Parent Is Null;"),
-            "SELECT WorkCodes.* From WorkCodes WHERE Not WorkCodes.Parent Is Null");
+            "SELECT WorkCodes.* From WorkCodes WHERE Not WorkCodes.\"Parent\" Is Null");
 }
 
 TEST(AccessSqlTranslation, OnlyOneStatementIsAccepted) {
