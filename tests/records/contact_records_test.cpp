@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "records/company_records.hpp"
+#include "records/family_relationships.hpp"
 #include "records/lookups.hpp"
 #include "tests/test_support.hpp"
 
@@ -163,6 +164,20 @@ TEST_F(ContactRecordsTest, NameAtACompanyMatchesByDisplayOrFirstAndLastName) {
   EXPECT_FALSE(doesContactNameAlreadyExistForThisCompany("Mary Smith", company, found));
   EXPECT_FALSE(doesContactNameAlreadyExistForThisCompany("John Smith", other, found));
   EXPECT_FALSE(doesContactNameAlreadyExistForThisCompany(" ", company, found));
+  EXPECT_EQ(found, -5);
+}
+
+TEST_F(ContactRecordsTest, ClosedDatabaseGivesTheInitialValues) {
+  SqliteDatabase closed;
+  moduleState().DatabaseReference = &closed;
+  long found = -5;
+  EXPECT_EQ(addNewContact("John Smith", -1, -1), 0);
+  EXPECT_FALSE(addContactLink(1, -1, -1, 2, "Wife", false));
+  EXPECT_FALSE(doesContactNameAlreadyExistForThisCompany("John Smith", 1, found));
+  EXPECT_EQ(addAccountantEmployee("John Smith", 1, 2), 0);
+  EXPECT_EQ(getOppositeFamilyRelationship(1, "Wife"), "Husband");  // gender code 0
+  moduleState().DatabaseReference = db.get();
+  EXPECT_EQ(count("SELECT * FROM Contacts;"), 0);
   EXPECT_EQ(found, -5);
 }
 
