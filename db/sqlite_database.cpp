@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "db/access_sql.hpp"
@@ -216,6 +217,14 @@ struct Recordset {
       indexes;
   std::vector<std::unordered_map<std::int64_t, std::uint32_t>> rowidMaps;
   bool rowidMapsBuilt = false;
+
+  // Rows are read on first use. Until then the keyset is fixed by the largest rowid of each
+  // table at open: rows added later by other recordsets stay out, rows added here come in.
+  bool loaded = false;
+  std::vector<std::int64_t> snapshotMax;
+  std::vector<std::int64_t> addedHere;
+  std::unique_ptr<Row> addedRow;  // the current row after updateRecord, before loading
+  bool onAddedRow = false;
 
   bool adding = false;
   std::vector<std::pair<int, std::string>> pending;  // column index, text
@@ -468,12 +477,95 @@ struct SqliteDatabase::Impl {
         if (r->columns[i].slot >= 0 && r->translated.tables[r->columns[i].slot].alias == t.alias)
           r->byName.emplace(upper(t.alias + "." + r->columns[i].name), static_cast<int>(i));
 
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW)
-      r->rows.push_back(readRow(stmt, r->columns, total));
-    if (rc != SQLITE_DONE) fail("Cannot read \"" + std::string(accessSql) + "\"");
+    guard.reset();
+    if (r->slotCount > 0) {
+      for (size_t slot = 0; slot < r->slotCount; ++slot)
+        r->snapshotMax.push_back(maxRowid(r->translated.tables[slot].table));
+    } else {
+      load(*r);  // no keys to fix the keyset by: read it now
+    }
     std::int32_t handle = nextHandle++;
     recordsets.emplace(handle, std::move(r));
     return handle;
+  }
+
+  std::int64_t maxRowid(const std::string& table) {
+    sqlite3_stmt* stmt = cached("SELECT max(rowid) FROM \"" + table + "\"");
+    std::int64_t value = 0;
+    if (sqlite3_step(stmt) == SQLITE_ROW) value = sqlite3_column_int64(stmt, 0);
+    sqlite3_reset(stmt);
+    return value;
+  }
+
+  // Reads the rows of the keyset.
+  void load(Recordset& r) {
+    sqlite3_stmt* stmt = cached(r.translated.sql);
+    size_t visible = r.columns.size();
+    size_t total = visible + r.slotCount;
+    std::unordered_set<std::int64_t> added(r.addedHere.begin(), r.addedHere.end());
+    std::unordered_set<std::int64_t> seen;
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+      bool keep = true;
+      for (size_t slot = 0; slot < r.slotCount && keep; ++slot) {
+        std::int64_t rowid = sqlite3_column_int64(stmt, static_cast<int>(visible + slot));
+        if (rowid > r.snapshotMax[slot] && !(slot == 0 && added.count(rowid))) keep = false;
+      }
+      if (!keep) continue;
+      r.rows.push_back(readRow(stmt, r.columns, total));
+      if (r.slotCount > 0) seen.insert(r.rowidOf(r.rows.size() - 1, 0));
+    }
+    sqlite3_reset(stmt);
+    if (rc != SQLITE_DONE) fail("Cannot read \"" + r.accessSql + "\"");
+    // Rows added here that the statement does not select stay in the recordset.
+    for (std::int64_t rowid : r.addedHere)
+      if (!seen.count(rowid)) r.rows.push_back(readBack(r, rowid));
+    r.loaded = true;
+    r.cursor = 0;
+    if (r.onAddedRow && r.addedRow) {
+      std::int64_t current = r.addedRow->cells[visible].i;
+      for (size_t row = 0; row < r.rows.size(); ++row)
+        if (r.rowidOf(row, 0) == current) r.cursor = row;
+    }
+    r.onAddedRow = false;
+    r.addedRow.reset();
+  }
+
+  Recordset& ready(std::int32_t handle) {
+    Recordset& r = rs(handle);
+    if (!r.loaded) load(r);
+    return r;
+  }
+
+  // A row of the recordset's first table read by rowid, with the table's defaults.
+  Row readBack(Recordset& r, std::int64_t rowid) {
+    const TableInfo& info = tableInfo(r.translated.tables[0].table);
+    sqlite3_stmt* read = cached("SELECT * FROM \"" + info.name + "\" WHERE rowid = ?");
+    sqlite3_bind_int64(read, 1, rowid);
+    Row row;
+    row.cells.resize(r.columns.size() + r.slotCount);
+    if (sqlite3_step(read) == SQLITE_ROW) {
+      int n = sqlite3_column_count(read);
+      std::unordered_map<std::string, int> positions;
+      std::vector<Column> readColumns;
+      for (int i = 0; i < n; ++i) {
+        positions[upper(sqlite3_column_name(read, i))] = i;
+        Column rc;
+        rc.kind = kindOfDeclaredType(sqlite3_column_decltype(read, i));
+        readColumns.push_back(rc);
+      }
+      Row all = readRow(read, readColumns, static_cast<size_t>(n));
+      for (size_t c = 0; c < r.columns.size(); ++c) {
+        const Column& col = r.columns[c];
+        if (col.slot != 0) continue;
+        auto p = positions.find(upper(col.origin));
+        if (p != positions.end()) row.set(c, all.get(static_cast<size_t>(p->second)));
+      }
+    }
+    sqlite3_reset(read);
+    row.cells[r.columns.size()].kind = Kind::Integer;
+    row.cells[r.columns.size()].i = rowid;
+    return row;
   }
 
   void buildRowidMaps(Recordset& r) {
@@ -539,6 +631,15 @@ struct SqliteDatabase::Impl {
     for (auto& [handle, owned] : recordsets) {
       Recordset& r = *owned;
       if (!r.hasRowids()) continue;
+      if (!r.loaded) {  // reads fresh values when it loads; only its added row is held
+        if (!r.onAddedRow || r.addedRow->cells[r.columns.size()].i != rowid) continue;
+        for (size_t c = 0; c < r.columns.size(); ++c) {
+          const Column& col = r.columns[c];
+          if (col.slot == 0 && upper(col.table) == utable && upper(col.origin) == ucolumn)
+            r.addedRow->set(c, value);
+        }
+        continue;
+      }
       for (size_t c = 0; c < r.columns.size(); ++c) {
         const Column& col = r.columns[c];
         if (col.slot < 0 || upper(col.table) != utable || upper(col.origin) != ucolumn) continue;
@@ -598,10 +699,7 @@ struct SqliteDatabase::Impl {
   }
 
   std::int64_t reserveKey(const std::string& table) {
-    sqlite3_stmt* stmt = cached("SELECT max(rowid) FROM \"" + table + "\"");
-    std::int64_t maxRowid = 0;
-    if (sqlite3_step(stmt) == SQLITE_ROW) maxRowid = sqlite3_column_int64(stmt, 0);
-    sqlite3_reset(stmt);
+    std::int64_t maxRowid = this->maxRowid(table);
     std::int64_t& last = lastReserved[upper(table)];
     last = std::max(last, maxRowid) + 1;
     return last;
@@ -731,27 +829,27 @@ std::int32_t SqliteDatabase::requery(std::int32_t handle) {
 }
 
 std::int32_t SqliteDatabase::recordCount(std::int32_t handle) {
-  return static_cast<std::int32_t>(impl_->rs(handle).rows.size());
+  return static_cast<std::int32_t>(impl_->ready(handle).rows.size());
 }
 
 bool SqliteDatabase::isEmpty(std::int32_t handle) {
-  return impl_->rs(handle).rows.empty();
+  return impl_->ready(handle).rows.empty();
 }
 
 bool SqliteDatabase::hasRecord(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   r.cursor = 0;
   r.currentDeleted = false;
   return !r.rows.empty();
 }
 
 bool SqliteDatabase::isEOF(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   return r.cursor >= r.rows.size();
 }
 
 void SqliteDatabase::moveNext(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   if (r.currentDeleted) {
     r.currentDeleted = false;  // the row after the deleted one already stands here
     return;
@@ -762,11 +860,11 @@ void SqliteDatabase::moveNext(std::int32_t handle) {
 }
 
 std::int32_t SqliteDatabase::getPosition(std::int32_t handle) {
-  return static_cast<std::int32_t>(impl_->rs(handle).cursor);
+  return static_cast<std::int32_t>(impl_->ready(handle).cursor);
 }
 
 void SqliteDatabase::setPosition(std::int32_t handle, std::int32_t position) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   r.cursor = position < 0 ? r.rows.size() : std::min(static_cast<size_t>(position), r.rows.size());
   r.currentDeleted = false;
 }
@@ -775,7 +873,7 @@ bool SqliteDatabase::findRecord(std::int32_t handle, std::string_view field1,
                                 std::string_view value1, std::string_view field2,
                                 std::string_view value2, std::string_view field3,
                                 std::string_view value3) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   std::vector<int> cols;
   std::string key;
   std::pair<std::string_view, std::string_view> pairs[] = {
@@ -805,7 +903,7 @@ bool SqliteDatabase::findRecord(std::int32_t handle, std::string_view field1,
 }
 
 bool SqliteDatabase::findNext(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   if (r.findColumns.empty()) return false;
   auto& idx = impl_->index(r, r.findColumns);
   auto it = idx.find(r.findKey);
@@ -833,6 +931,8 @@ Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
       return Variant::integer(r.reservedKey);
     return Variant::null();
   }
+  if (!r.loaded && r.onAddedRow) return r.addedRow->get(static_cast<size_t>(c));
+  if (!r.loaded) impl_->load(r);
   return impl_->currentRow(r).get(static_cast<size_t>(c));
 }
 
@@ -842,12 +942,17 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
   if (r.adding) return setNewField(handle, field, value);
   int c = impl_->columnIndex(r, field);
   const Column& col = impl_->writableColumn(r, c);
-  impl_->currentRow(r);
+  bool onAddedRow = !r.loaded && r.onAddedRow && col.slot == 0;
+  if (!onAddedRow) {
+    if (!r.loaded) impl_->load(r);
+    impl_->currentRow(r);
+  }
   const TableInfo& info = impl_->tableInfo(col.table);
   auto ci = info.columns.find(upper(col.origin));
   Kind kind = ci == info.columns.end() ? col.kind : ci->second.second;
   Variant v = convertForColumn(kind, value, col.name);
-  std::int64_t rowid = r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
+  std::int64_t rowid = onAddedRow ? r.addedRow->cells[r.columns.size()].i
+                                  : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
   sqlite3_stmt* stmt =
       impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin + "\" = ? WHERE rowid = ?");
   impl_->bind(stmt, 1, v);
@@ -930,31 +1035,13 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   r.hasReservedKey = false;
 
   // The new row joins this recordset, read back with the table's defaults.
-  sqlite3_stmt* read = impl_->cached("SELECT * FROM \"" + info.name + "\" WHERE rowid = ?");
-  sqlite3_bind_int64(read, 1, rowid);
-  Row row;
-  row.cells.resize(r.columns.size() + r.slotCount);
-  if (sqlite3_step(read) == SQLITE_ROW) {
-    int n = sqlite3_column_count(read);
-    std::unordered_map<std::string, int> positions;
-    for (int i = 0; i < n; ++i) positions[upper(sqlite3_column_name(read, i))] = i;
-    std::vector<Column> readColumns;
-    for (int i = 0; i < n; ++i) {
-      Column rc;
-      rc.kind = kindOfDeclaredType(sqlite3_column_decltype(read, i));
-      readColumns.push_back(rc);
-    }
-    Row all = impl_->readRow(read, readColumns, static_cast<size_t>(n));
-    for (size_t c = 0; c < r.columns.size(); ++c) {
-      const Column& col = r.columns[c];
-      if (col.slot != 0) continue;
-      auto p = positions.find(upper(col.origin));
-      if (p != positions.end()) row.set(c, all.get(static_cast<size_t>(p->second)));
-    }
+  Row row = impl_->readBack(r, rowid);
+  if (!r.loaded) {
+    r.addedHere.push_back(rowid);
+    r.addedRow = std::make_unique<Row>(std::move(row));
+    r.onAddedRow = true;
+    return true;
   }
-  sqlite3_reset(read);
-  row.cells[r.columns.size()].kind = Kind::Integer;
-  row.cells[r.columns.size()].i = rowid;
   r.rows.push_back(std::move(row));
   size_t index = r.rows.size() - 1;
   for (auto& [name, idx] : r.indexes) {
@@ -975,7 +1062,7 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
 }
 
 bool SqliteDatabase::deleteRecord(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   if (r.lockType == kLockReadOnly || !r.hasRowids())
     throw DatabaseFailure("Current Recordset does not support updating.");
   impl_->currentRow(r);
