@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -23,6 +24,16 @@ using Kind = Variant::Kind;
 
 std::string upper(std::string_view s) {
   return GeneralUtilities::upperCase(s);
+}
+
+// Names compared as upper() compares them, letter case ignored.
+bool sameName(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i)
+    if (std::toupper(static_cast<unsigned char>(a[i])) !=
+        std::toupper(static_cast<unsigned char>(b[i])))
+      return false;
+  return true;
 }
 
 // Column type from the declared type of a table column.
@@ -627,7 +638,6 @@ struct SqliteDatabase::Impl {
   // A written value reaches every open recordset that holds the same row and column.
   void propagate(const std::string& table, std::int64_t rowid, const std::string& column,
                  const Variant& value) {
-    std::string utable = upper(table), ucolumn = upper(column);
     for (auto& [handle, owned] : recordsets) {
       Recordset& r = *owned;
       if (!r.hasRowids()) continue;
@@ -635,14 +645,16 @@ struct SqliteDatabase::Impl {
         if (!r.onAddedRow || r.addedRow->cells[r.columns.size()].i != rowid) continue;
         for (size_t c = 0; c < r.columns.size(); ++c) {
           const Column& col = r.columns[c];
-          if (col.slot == 0 && upper(col.table) == utable && upper(col.origin) == ucolumn)
+          if (col.slot == 0 && sameName(col.table, table) && sameName(col.origin, column))
             r.addedRow->set(c, value);
         }
         continue;
       }
       for (size_t c = 0; c < r.columns.size(); ++c) {
         const Column& col = r.columns[c];
-        if (col.slot < 0 || upper(col.table) != utable || upper(col.origin) != ucolumn) continue;
+        // Compared without building upper-case copies: this runs for every column of every
+        // open recordset on each write.
+        if (col.slot < 0 || !sameName(col.table, table) || !sameName(col.origin, column)) continue;
         buildRowidMaps(r);
         auto found = r.rowidMaps[static_cast<size_t>(col.slot)].find(rowid);
         if (found != r.rowidMaps[static_cast<size_t>(col.slot)].end())
@@ -1008,7 +1020,7 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
     Variant v =
         convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, text, col.name);
     auto same = std::find_if(values.begin(), values.end(),
-                             [&](auto& p) { return upper(p.first) == upper(col.origin); });
+                             [&](auto& p) { return sameName(p.first, col.origin); });
     if (same != values.end())
       same->second = v;
     else
