@@ -13,6 +13,7 @@
 #include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
 #include "host/progress_dialog.hpp"
+#include "merge/record_hooks.hpp"
 
 namespace lf::cli {
 
@@ -86,6 +87,7 @@ HostSession::HostSession(const HostOptions& options) {
   if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
   if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();
   if (!state.fileUtilities) state.fileUtilities = std::make_shared<FileUtilities>();
+  installMergeRecordHooks();
   state.makeProgressDialog = [] { return std::make_unique<TerminalProgressDialog>(); };
 }
 

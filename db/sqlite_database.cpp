@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "db/access_sql.hpp"
@@ -228,14 +229,13 @@ struct Recordset {
   std::vector<std::unordered_map<std::int64_t, std::uint32_t>> rowidMaps;
   bool rowidMapsBuilt = false;
 
-  // An updatable recordset of one table reads its rows at their first use rather than when
-  // it is opened, so that a recordset opened only to add rows never reads the table. The
-  // rows are then those of the table up to `ceiling` (its last rowid at opening) and the
-  // rows this recordset added, as a keyset read at opening would hold them.
-  bool loaded = true;
-  std::int64_t ceiling = 0;
-  std::vector<std::int64_t> ownRowids;
-  std::int64_t cursorRowid = 0;  // the row added last before the rows were read
+  // Rows are read on first use. Until then the keyset is fixed by the largest rowid of each
+  // table at open: rows added later by other recordsets stay out, rows added here come in.
+  bool loaded = false;
+  std::vector<std::int64_t> snapshotMax;
+  std::vector<std::int64_t> addedHere;
+  std::unique_ptr<Row> addedRow;  // the current row after updateRecord, before loading
+  bool onAddedRow = false;
 
   bool adding = false;
   std::vector<std::pair<int, std::string>> pending;  // column index, text
@@ -349,42 +349,12 @@ struct SqliteDatabase::Impl {
     return tables.emplace(key, std::move(info)).first->second;
   }
 
-  // The recordset with its rows read.
   Recordset& rs(std::int32_t handle) {
-    Recordset& r = rsUnread(handle);
-    if (!r.loaded) readRows(r);
-    return r;
-  }
-
-  // The recordset as it stands: enough for adding a row.
-  Recordset& rsUnread(std::int32_t handle) {
     auto it = recordsets.find(handle);
     if (it == recordsets.end())
       throw DatabaseFailure("Operation is not allowed when the object is closed (recordset " +
                             std::to_string(handle) + ").");
     return *it->second;
-  }
-
-  // Reads the rows of a recordset whose reading was put off (see Recordset::loaded).
-  void readRows(Recordset& r) {
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, r.translated.sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
-      fail("Cannot open \"" + r.accessSql + "\"");
-    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(stmt, sqlite3_finalize);
-    const size_t total = static_cast<size_t>(sqlite3_column_count(stmt));
-    int rc;
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-      Row row = readRow(stmt, r.columns, total);
-      const std::int64_t rowid = row.cells[r.columns.size()].i;
-      if (rowid > r.ceiling &&
-          std::find(r.ownRowids.begin(), r.ownRowids.end(), rowid) == r.ownRowids.end())
-        continue;
-      r.rows.push_back(std::move(row));
-      if (rowid == r.cursorRowid) r.cursor = r.rows.size() - 1;
-    }
-    if (rc != SQLITE_DONE) fail("Cannot read \"" + r.accessSql + "\"");
-    r.loaded = true;
-    r.ownRowids.clear();
   }
 
   int columnIndex(Recordset& r, std::string_view field) {
@@ -505,7 +475,7 @@ struct SqliteDatabase::Impl {
       c.origin = origin ? origin : "";
       c.kind = kindOfDeclaredType(sqlite3_column_decltype(stmt, static_cast<int>(i)));
       for (size_t s = 0; s < r->slotCount; ++s)
-        if (!c.table.empty() && sameName(r->translated.tables[s].table, c.table)) {
+        if (!c.table.empty() && upper(r->translated.tables[s].table) == upper(c.table)) {
           c.slot = static_cast<int>(s);
           break;
         }
@@ -518,22 +488,95 @@ struct SqliteDatabase::Impl {
         if (r->columns[i].slot >= 0 && r->translated.tables[r->columns[i].slot].alias == t.alias)
           r->byName.emplace(upper(t.alias + "." + r->columns[i].name), static_cast<int>(i));
 
-    if (lockType != kLockReadOnly && r->translated.rowidsAppended &&
-        r->translated.tables.size() == 1) {
-      // Updatable, one table: the rows are read at their first use.
-      const TableInfo& info = tableInfo(r->translated.tables[0].table);
-      sqlite3_stmt* last = cached("SELECT max(rowid) FROM \"" + info.name + "\"");
-      r->ceiling = sqlite3_step(last) == SQLITE_ROW ? sqlite3_column_int64(last, 0) : 0;
-      sqlite3_reset(last);
-      r->loaded = false;
+    guard.reset();
+    if (r->slotCount > 0) {
+      for (size_t slot = 0; slot < r->slotCount; ++slot)
+        r->snapshotMax.push_back(maxRowid(r->translated.tables[slot].table));
     } else {
-      while ((rc = sqlite3_step(stmt)) == SQLITE_ROW)
-        r->rows.push_back(readRow(stmt, r->columns, total));
-      if (rc != SQLITE_DONE) fail("Cannot read \"" + std::string(accessSql) + "\"");
+      load(*r);  // no keys to fix the keyset by: read it now
     }
     std::int32_t handle = nextHandle++;
     recordsets.emplace(handle, std::move(r));
     return handle;
+  }
+
+  std::int64_t maxRowid(const std::string& table) {
+    sqlite3_stmt* stmt = cached("SELECT max(rowid) FROM \"" + table + "\"");
+    std::int64_t value = 0;
+    if (sqlite3_step(stmt) == SQLITE_ROW) value = sqlite3_column_int64(stmt, 0);
+    sqlite3_reset(stmt);
+    return value;
+  }
+
+  // Reads the rows of the keyset.
+  void load(Recordset& r) {
+    sqlite3_stmt* stmt = cached(r.translated.sql);
+    size_t visible = r.columns.size();
+    size_t total = visible + r.slotCount;
+    std::unordered_set<std::int64_t> added(r.addedHere.begin(), r.addedHere.end());
+    std::unordered_set<std::int64_t> seen;
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+      bool keep = true;
+      for (size_t slot = 0; slot < r.slotCount && keep; ++slot) {
+        std::int64_t rowid = sqlite3_column_int64(stmt, static_cast<int>(visible + slot));
+        if (rowid > r.snapshotMax[slot] && !(slot == 0 && added.count(rowid))) keep = false;
+      }
+      if (!keep) continue;
+      r.rows.push_back(readRow(stmt, r.columns, total));
+      if (r.slotCount > 0) seen.insert(r.rowidOf(r.rows.size() - 1, 0));
+    }
+    sqlite3_reset(stmt);
+    if (rc != SQLITE_DONE) fail("Cannot read \"" + r.accessSql + "\"");
+    // Rows added here that the statement does not select stay in the recordset.
+    for (std::int64_t rowid : r.addedHere)
+      if (!seen.count(rowid)) r.rows.push_back(readBack(r, rowid));
+    r.loaded = true;
+    r.cursor = 0;
+    if (r.onAddedRow && r.addedRow) {
+      std::int64_t current = r.addedRow->cells[visible].i;
+      for (size_t row = 0; row < r.rows.size(); ++row)
+        if (r.rowidOf(row, 0) == current) r.cursor = row;
+    }
+    r.onAddedRow = false;
+    r.addedRow.reset();
+  }
+
+  Recordset& ready(std::int32_t handle) {
+    Recordset& r = rs(handle);
+    if (!r.loaded) load(r);
+    return r;
+  }
+
+  // A row of the recordset's first table read by rowid, with the table's defaults.
+  Row readBack(Recordset& r, std::int64_t rowid) {
+    const TableInfo& info = tableInfo(r.translated.tables[0].table);
+    sqlite3_stmt* read = cached("SELECT * FROM \"" + info.name + "\" WHERE rowid = ?");
+    sqlite3_bind_int64(read, 1, rowid);
+    Row row;
+    row.cells.resize(r.columns.size() + r.slotCount);
+    if (sqlite3_step(read) == SQLITE_ROW) {
+      int n = sqlite3_column_count(read);
+      std::unordered_map<std::string, int> positions;
+      std::vector<Column> readColumns;
+      for (int i = 0; i < n; ++i) {
+        positions[upper(sqlite3_column_name(read, i))] = i;
+        Column rc;
+        rc.kind = kindOfDeclaredType(sqlite3_column_decltype(read, i));
+        readColumns.push_back(rc);
+      }
+      Row all = readRow(read, readColumns, static_cast<size_t>(n));
+      for (size_t c = 0; c < r.columns.size(); ++c) {
+        const Column& col = r.columns[c];
+        if (col.slot != 0) continue;
+        auto p = positions.find(upper(col.origin));
+        if (p != positions.end()) row.set(c, all.get(static_cast<size_t>(p->second)));
+      }
+    }
+    sqlite3_reset(read);
+    row.cells[r.columns.size()].kind = Kind::Integer;
+    row.cells[r.columns.size()].i = rowid;
+    return row;
   }
 
   void buildRowidMaps(Recordset& r) {
@@ -597,7 +640,16 @@ struct SqliteDatabase::Impl {
                  const Variant& value) {
     for (auto& [handle, owned] : recordsets) {
       Recordset& r = *owned;
-      if (!r.hasRowids() || !r.loaded) continue;  // unread rows are read as they are now
+      if (!r.hasRowids()) continue;
+      if (!r.loaded) {  // reads fresh values when it loads; only its added row is held
+        if (!r.onAddedRow || r.addedRow->cells[r.columns.size()].i != rowid) continue;
+        for (size_t c = 0; c < r.columns.size(); ++c) {
+          const Column& col = r.columns[c];
+          if (col.slot == 0 && sameName(col.table, table) && sameName(col.origin, column))
+            r.addedRow->set(c, value);
+        }
+        continue;
+      }
       for (size_t c = 0; c < r.columns.size(); ++c) {
         const Column& col = r.columns[c];
         // Compared without building upper-case copies: this runs for every column of every
@@ -659,10 +711,7 @@ struct SqliteDatabase::Impl {
   }
 
   std::int64_t reserveKey(const std::string& table) {
-    sqlite3_stmt* stmt = cached("SELECT max(rowid) FROM \"" + table + "\"");
-    std::int64_t maxRowid = 0;
-    if (sqlite3_step(stmt) == SQLITE_ROW) maxRowid = sqlite3_column_int64(stmt, 0);
-    sqlite3_reset(stmt);
+    std::int64_t maxRowid = this->maxRowid(table);
     std::int64_t& last = lastReserved[upper(table)];
     last = std::max(last, maxRowid) + 1;
     return last;
@@ -783,7 +832,7 @@ bool SqliteDatabase::isRecordsetOpen(std::int32_t handle) {
 }
 
 std::int32_t SqliteDatabase::requery(std::int32_t handle) {
-  Recordset& r = impl_->rsUnread(handle);
+  Recordset& r = impl_->rs(handle);
   std::string sql = r.accessSql;
   int lock = r.lockType;
   std::int32_t fresh = impl_->open(sql, lock);
@@ -792,27 +841,27 @@ std::int32_t SqliteDatabase::requery(std::int32_t handle) {
 }
 
 std::int32_t SqliteDatabase::recordCount(std::int32_t handle) {
-  return static_cast<std::int32_t>(impl_->rs(handle).rows.size());
+  return static_cast<std::int32_t>(impl_->ready(handle).rows.size());
 }
 
 bool SqliteDatabase::isEmpty(std::int32_t handle) {
-  return impl_->rs(handle).rows.empty();
+  return impl_->ready(handle).rows.empty();
 }
 
 bool SqliteDatabase::hasRecord(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   r.cursor = 0;
   r.currentDeleted = false;
   return !r.rows.empty();
 }
 
 bool SqliteDatabase::isEOF(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   return r.cursor >= r.rows.size();
 }
 
 void SqliteDatabase::moveNext(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   if (r.currentDeleted) {
     r.currentDeleted = false;  // the row after the deleted one already stands here
     return;
@@ -823,11 +872,11 @@ void SqliteDatabase::moveNext(std::int32_t handle) {
 }
 
 std::int32_t SqliteDatabase::getPosition(std::int32_t handle) {
-  return static_cast<std::int32_t>(impl_->rs(handle).cursor);
+  return static_cast<std::int32_t>(impl_->ready(handle).cursor);
 }
 
 void SqliteDatabase::setPosition(std::int32_t handle, std::int32_t position) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   r.cursor = position < 0 ? r.rows.size() : std::min(static_cast<size_t>(position), r.rows.size());
   r.currentDeleted = false;
 }
@@ -836,7 +885,7 @@ bool SqliteDatabase::findRecord(std::int32_t handle, std::string_view field1,
                                 std::string_view value1, std::string_view field2,
                                 std::string_view value2, std::string_view field3,
                                 std::string_view value3) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   std::vector<int> cols;
   std::string key;
   std::pair<std::string_view, std::string_view> pairs[] = {
@@ -866,7 +915,7 @@ bool SqliteDatabase::findRecord(std::int32_t handle, std::string_view field1,
 }
 
 bool SqliteDatabase::findNext(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   if (r.findColumns.empty()) return false;
   auto& idx = impl_->index(r, r.findColumns);
   auto it = idx.find(r.findKey);
@@ -883,9 +932,8 @@ bool SqliteDatabase::findNext(std::int32_t handle) {
 }
 
 Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
-  Recordset& r = impl_->rsUnread(handle);
+  Recordset& r = impl_->rs(handle);
   int c = impl_->columnIndex(r, field);
-  if (!r.adding && !r.loaded) impl_->readRows(r);
   if (r.adding) {
     const Column& col = r.columns[static_cast<size_t>(c)];
     for (auto it = r.pending.rbegin(); it != r.pending.rend(); ++it)
@@ -895,22 +943,28 @@ Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
       return Variant::integer(r.reservedKey);
     return Variant::null();
   }
+  if (!r.loaded && r.onAddedRow) return r.addedRow->get(static_cast<size_t>(c));
+  if (!r.loaded) impl_->load(r);
   return impl_->currentRow(r).get(static_cast<size_t>(c));
 }
 
 bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::string_view value,
                               bool, bool) {
-  Recordset& r = impl_->rsUnread(handle);
+  Recordset& r = impl_->rs(handle);
   if (r.adding) return setNewField(handle, field, value);
-  if (!r.loaded) impl_->readRows(r);
   int c = impl_->columnIndex(r, field);
   const Column& col = impl_->writableColumn(r, c);
-  impl_->currentRow(r);
+  bool onAddedRow = !r.loaded && r.onAddedRow && col.slot == 0;
+  if (!onAddedRow) {
+    if (!r.loaded) impl_->load(r);
+    impl_->currentRow(r);
+  }
   const TableInfo& info = impl_->tableInfo(col.table);
   auto ci = info.columns.find(upper(col.origin));
   Kind kind = ci == info.columns.end() ? col.kind : ci->second.second;
   Variant v = convertForColumn(kind, value, col.name);
-  std::int64_t rowid = r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
+  std::int64_t rowid = onAddedRow ? r.addedRow->cells[r.columns.size()].i
+                                  : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
   sqlite3_stmt* stmt =
       impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin + "\" = ? WHERE rowid = ?");
   impl_->bind(stmt, 1, v);
@@ -922,7 +976,7 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
 }
 
 bool SqliteDatabase::addNewRecord(std::int32_t handle) {
-  Recordset& r = impl_->rsUnread(handle);
+  Recordset& r = impl_->rs(handle);
   if (r.lockType == kLockReadOnly)
     throw DatabaseFailure(
         "Current Recordset does not support updating. This may be a limitation of the provider, or "
@@ -939,7 +993,7 @@ bool SqliteDatabase::addNewRecord(std::int32_t handle) {
 
 bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
                                  std::string_view value) {
-  Recordset& r = impl_->rsUnread(handle);
+  Recordset& r = impl_->rs(handle);
   if (!r.adding) throw DatabaseFailure("setNewField without addNewRecord.");
   int c = impl_->columnIndex(r, field);
   const Column& col = impl_->writableColumn(r, c);
@@ -954,7 +1008,7 @@ bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
 }
 
 bool SqliteDatabase::updateRecord(std::int32_t handle) {
-  Recordset& r = impl_->rsUnread(handle);
+  Recordset& r = impl_->rs(handle);
   if (!r.adding) return true;  // setField writes at once
   r.adding = false;
   const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
@@ -991,39 +1045,15 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   std::int64_t rowid = sqlite3_last_insert_rowid(impl_->db);
   r.pending.clear();
   r.hasReservedKey = false;
-  if (!r.loaded) {
-    // The row joins this recordset when its rows are read, as the current row.
-    r.ownRowids.push_back(rowid);
-    r.cursorRowid = rowid;
-    return true;
-  }
 
   // The new row joins this recordset, read back with the table's defaults.
-  sqlite3_stmt* read = impl_->cached("SELECT * FROM \"" + info.name + "\" WHERE rowid = ?");
-  sqlite3_bind_int64(read, 1, rowid);
-  Row row;
-  row.cells.resize(r.columns.size() + r.slotCount);
-  if (sqlite3_step(read) == SQLITE_ROW) {
-    int n = sqlite3_column_count(read);
-    std::unordered_map<std::string, int> positions;
-    for (int i = 0; i < n; ++i) positions[upper(sqlite3_column_name(read, i))] = i;
-    std::vector<Column> readColumns;
-    for (int i = 0; i < n; ++i) {
-      Column rc;
-      rc.kind = kindOfDeclaredType(sqlite3_column_decltype(read, i));
-      readColumns.push_back(rc);
-    }
-    Row all = impl_->readRow(read, readColumns, static_cast<size_t>(n));
-    for (size_t c = 0; c < r.columns.size(); ++c) {
-      const Column& col = r.columns[c];
-      if (col.slot != 0) continue;
-      auto p = positions.find(upper(col.origin));
-      if (p != positions.end()) row.set(c, all.get(static_cast<size_t>(p->second)));
-    }
+  Row row = impl_->readBack(r, rowid);
+  if (!r.loaded) {
+    r.addedHere.push_back(rowid);
+    r.addedRow = std::make_unique<Row>(std::move(row));
+    r.onAddedRow = true;
+    return true;
   }
-  sqlite3_reset(read);
-  row.cells[r.columns.size()].kind = Kind::Integer;
-  row.cells[r.columns.size()].i = rowid;
   r.rows.push_back(std::move(row));
   size_t index = r.rows.size() - 1;
   for (auto& [name, idx] : r.indexes) {
@@ -1044,7 +1074,7 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
 }
 
 bool SqliteDatabase::deleteRecord(std::int32_t handle) {
-  Recordset& r = impl_->rs(handle);
+  Recordset& r = impl_->ready(handle);
   if (r.lockType == kLockReadOnly || !r.hasRowids())
     throw DatabaseFailure("Current Recordset does not support updating.");
   impl_->currentRow(r);

@@ -8,6 +8,7 @@
 #include "host/date_utilities.hpp"
 #include "host/file_utilities.hpp"
 #include "host/general_utilities.hpp"
+#include "merge/record_hooks.hpp"
 
 namespace lf {
 namespace {
@@ -29,6 +30,7 @@ clsImportInfo::clsImportInfo() {
   state.dateUtilities = std::make_shared<DateUtilities>();
   state.fileUtilities = std::make_shared<FileUtilities>();
   state.raiseExitProgram = [this] { raiseExitProgram(); };
+  installMergeRecordHooks();
 }
 
 clsImportInfo::~clsImportInfo() {

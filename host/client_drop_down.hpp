@@ -33,6 +33,11 @@ class ClientDropDownService {
   virtual void setRefreshPaused(bool& paused) = 0;
   virtual long getSortOrderBusiness() = 0;
   virtual long getSortOrderPersonal() = 0;
+  // The merge engine's questions: the client-data row of a company and the "John & Jane
+  // Smith" form of a contact. -1 or empty when the host cannot tell; the merge engine then
+  // works it out from the database itself.
+  virtual long getClientDataIDFromCompanyID(long /*companyID*/) { return -1; }
+  virtual std::string getContactAndSpouseName(long /*contactID*/) { return {}; }
 };
 
 }  // namespace lf

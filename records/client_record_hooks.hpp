@@ -1,11 +1,10 @@
-// The calls that the client-record procedures make into other subsystems: the stored
-// summaries of a contact and a company, and the merge engine that fills the custom columns
-// of a personal-tax client from a template.
+// The call that the client-record procedures make into the merge engine: filling the merge
+// template of a personal-tax custom column for a contact and year.
 //
-// The record creators sit below those subsystems, so they reach them through these hooks
-// rather than by including them. The host's set-up installs them once (see
-// installClientRecordHooks in the set-up code); a hook left empty is skipped, and the
-// custom column it would have filled stays as it is.
+// The record creators sit below the merge engine, so they reach it through this hook rather
+// than by including it. The host's set-up installs it once, with a clsInsertFieldsInRTB made
+// for a personal-tax list (ListType 4, MergeFieldListUse 3, contactID set, its field list
+// built). While it is empty a template column is left as it is.
 #pragma once
 
 #include <functional>
@@ -14,15 +13,14 @@
 namespace lf {
 
 struct ClientRecordHooks {
-  // Fills a merge template for a contact and tax year with the merge engine made for a
-  // personal-tax list (ListType 4, MergeFieldListUse 3, contactID set) and answers the text.
+  // Answers the template's text with its placeholders filled for the contact and tax year.
   std::function<std::string(const std::string& templateText, long contactID, long taxYear)>
       fillPersonalTaxTemplate;
 
-  // The summary writers (rich-text summaries stored in the note columns).
+  // Not called: the creators call the summary writers of summaries/ directly. Kept only so
+  // that set-up code which still installs them builds; to be removed with that code.
   std::function<void(long contactID, long taxYear)> saveContactPersonalTaxRTF;
   std::function<void(long contactID, long companyID)> saveContactBusinessRTF;
-  // contactID -1: the company has no default contact.
   std::function<void(long companyID, long contactID)> saveCompanyContactRTF;
 };
 

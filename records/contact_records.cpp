@@ -41,14 +41,14 @@ struct CoupleTitle {
   std::string_view noted;
 };
 constexpr std::array<CoupleTitle, 24> kCoupleTitles = {{
-    {"MR & MRS", "Mr. & Mrs."},  {"MR. & MRS.", "Mr. & Mrs."}, {"MR. & MRS", "Mr. & Mrs"},
-    {"MR & MRS.", "Mr & Mrs."},  {"MR & MS", "Mr & Ms"},       {"MR. & MS.", "Mr. & Ms."},
-    {"MR. & MS", "Mr. & Ms"},    {"MR & MS.", "Mr & Ms."},     {"DR & MRS", "Dr. & Mrs."},
-    {"DR. & MRS.", "Dr. & Mrs."}, {"DR. & MRS", "Dr. & Mrs"},  {"DR & MRS.", "Dr & Mrs."},
-    {"DR. & MS", "Dr. & Ms"},    {"DR & MS.", "Dr & Ms."},     {"MR & DR", "Mr & Dr"},
-    {"MR. & DR.", "Mr. & Dr."},  {"MR. & DR", "Mr. & Dr"},     {"MR & DR.", "Mr & Dr."},
-    {"DR & DR", "Dr & Dr"},      {"DR. & DR.", "Dr. & Dr."},   {"DR. & DR", "Dr. & Dr"},
-    {"DR & DR.", "Dr & Dr."},    {"DR & MS", "Dr & Ms"},       {"DR. & MS.", "Dr. & Ms."},
+    {"MR & MRS", "Mr. & Mrs."},   {"MR. & MRS.", "Mr. & Mrs."}, {"MR. & MRS", "Mr. & Mrs"},
+    {"MR & MRS.", "Mr & Mrs."},   {"MR & MS", "Mr & Ms"},       {"MR. & MS.", "Mr. & Ms."},
+    {"MR. & MS", "Mr. & Ms"},     {"MR & MS.", "Mr & Ms."},     {"DR & MRS", "Dr. & Mrs."},
+    {"DR. & MRS.", "Dr. & Mrs."}, {"DR. & MRS", "Dr. & Mrs"},   {"DR & MRS.", "Dr & Mrs."},
+    {"DR. & MS", "Dr. & Ms"},     {"DR & MS.", "Dr & Ms."},     {"MR & DR", "Mr & Dr"},
+    {"MR. & DR.", "Mr. & Dr."},   {"MR. & DR", "Mr. & Dr"},     {"MR & DR.", "Mr & Dr."},
+    {"DR & DR", "Dr & Dr"},       {"DR. & DR.", "Dr. & Dr."},   {"DR. & DR", "Dr. & Dr"},
+    {"DR & DR.", "Dr & Dr."},     {"DR & MS", "Dr & Ms"},       {"DR. & MS.", "Dr. & Ms."},
 }};
 
 // The 8 user colours, by the number of users before the new one (blue-green-red values:
@@ -56,7 +56,9 @@ constexpr std::array<CoupleTitle, 24> kCoupleTitles = {{
 constexpr std::array<long, 8> kUserColours = {255,      16711680, 65280,    65535,
                                               16777215, 16711935, 16776960, 0};
 
-std::string trim(std::string_view text) { return GeneralUtilities::trim(text); }
+std::string trim(std::string_view text) {
+  return GeneralUtilities::trim(text);
+}
 
 std::string lastWord(std::string_view text) {
   const std::string trimmed = trim(text);
@@ -119,10 +121,9 @@ void addNewContactReferences(long contactID) {
     if (db == nullptr) return;
     const std::string id = text(contactID);
     {
-      RecordsetScope rs(*db,
-                        "SELECT ContactsNotes.ContactNum FROM ContactsNotes WHERE ContactNum=" +
-                            id + ";",
-                        kLockOptimistic);
+      RecordsetScope rs(
+          *db, "SELECT ContactsNotes.ContactNum FROM ContactsNotes WHERE ContactNum=" + id + ";",
+          kLockOptimistic);
       if (!db->hasRecord(rs)) {
         db->addNewRecord(rs);
         db->setNewField(rs, "ContactNum", id);
@@ -200,9 +201,8 @@ bool addContactLink(long contactID, long categoryID, long companyID, long contac
   procedure(label("addContactLink"), [&] {
     DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
-    std::string sql =
-        "SELECT ContactLinks.* FROM ContactLinks WHERE ContactLinks.ContactIDNum = " +
-        text(contactID);
+    std::string sql = "SELECT ContactLinks.* FROM ContactLinks WHERE ContactLinks.ContactIDNum = " +
+                      text(contactID);
     enum class Kind { Category, Company, Contact } kind;
     if (categoryID >= 0) {
       kind = Kind::Category;
@@ -323,9 +323,9 @@ long addAccountantEmployee(std::string_view fullName, long firmCompanyID, long u
       db->setNewField(rs, "MiddleName", parts.MiddleName);
       db->setNewField(rs, "LastName", parts.LastName);
       db->setNewField(rs, "DisplayName", parts.DisplayName);
-      db->setNewField(rs, "UserName",
-                      GeneralUtilities::isBlank(parts.DisplayName) ? parts.FirstName
-                                                                   : parts.DisplayName);
+      db->setNewField(
+          rs, "UserName",
+          GeneralUtilities::isBlank(parts.DisplayName) ? parts.FirstName : parts.DisplayName);
       // Intended: a level of 2 or less, the administrator's 1 included, becomes 2.
       db->setNewField(rs, "UserLevel", userLevel > 2 ? text(userLevel) : "2");
       if (usersBefore >= 0 && usersBefore <= 7)

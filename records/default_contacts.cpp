@@ -12,10 +12,11 @@
 
 #include "db/database_service.hpp"
 #include "frame/procedure.hpp"
-#include "records/client_record_hooks.hpp"
 #include "records/lookups.hpp"
 #include "records/record_support.hpp"
 #include "records/recordset_scope.hpp"
+#include "summaries/company_summaries.hpp"
+#include "summaries/contact_summaries.hpp"
 
 namespace lf {
 namespace {
@@ -28,10 +29,6 @@ constexpr std::string_view kLabel = "Ledgerfolio.exe-modDatabaseClientFunctions-
 
 std::string label(std::string_view procedureName) {
   return std::string(kLabel) + std::string(procedureName);
-}
-
-void saveCompanyContactSummary(long companyID, long contactID) {
-  if (const auto& save = clientRecordHooks().saveCompanyContactRTF) save(companyID, contactID);
 }
 
 }  // namespace
@@ -87,9 +84,8 @@ void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
             db->setField(rs, "DefaultContact", records::boolText(rowContact == contactID));
             if (!noSummaries) {
               const std::int32_t position = db->getPosition(rs);
-              if (const auto& save = clientRecordHooks().saveContactBusinessRTF)
-                save(rowContact, companyID);
-              saveCompanyContactSummary(companyID, contactID);
+              saveContactBusinessRTF(rowContact, -1, companyID, false);
+              saveCompanyContactRTF(companyID, contactID);
               db->setPosition(rs, position);
             }
           });
@@ -104,7 +100,7 @@ void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
 void setNoContactAsDefault(long companyID, bool noSummaries) {
   procedure(label("setNoContactAsDefault"), [&] {
     updateDefaultContactInfo(companyID);
-    if (!noSummaries) saveCompanyContactSummary(companyID, -1);
+    if (!noSummaries) saveCompanyContactRTF(companyID, -1);
   });
 }
 
@@ -183,8 +179,8 @@ bool isContactDefaultContact(long companyID, long contactID) {
                       "SELECT ContactLinks.ContactIDNum, ContactLinks.CompanyNum, "
                       "ContactLinks.DefaultContact FROM ContactLinks WHERE "
                       "ContactLinks.CompanyNum = " +
-                          text(companyID) + " AND ContactLinks.ContactIDNum = " +
-                          text(contactID) + ";",
+                          text(companyID) + " AND ContactLinks.ContactIDNum = " + text(contactID) +
+                          ";",
                       kLockReadOnly);
     if (!db->hasRecord(rs)) return;
     while (!db->isEOF(rs) && !result) {

@@ -12,6 +12,7 @@
 #include "records/lookups.hpp"
 #include "records/record_support.hpp"
 #include "records/recordset_scope.hpp"
+#include "summaries/contact_summaries.hpp"
 
 namespace lf {
 namespace {
@@ -111,7 +112,7 @@ void addNewPersonalTaxClientForExistingContact(long contactID, long categoryID, 
     }
 
     addNewContactReferences(contactID);
-    if (const auto& save = clientRecordHooks().saveContactPersonalTaxRTF) save(contactID, taxYear);
+    saveContactPersonalTaxRTF(contactID, taxYear, -1);
 
     auto keyOnly = [](std::int32_t) {};
     addPerYearRow(*db, "PersonalTaxInfo", contact, year, keyOnly);
@@ -216,12 +217,12 @@ bool isContactPersonalTaxContactForTaxYear(long contactID, long taxYear) {
       RecordsetScope links(*db,
                            "SELECT ContactLinks.* FROM ContactLinks WHERE "
                            "ContactLinks.ContactIDNum = " +
-                               contact + " AND ContactLinks.CategoryNum = " + text(category) +
-                               ";",
+                               contact + " AND ContactLinks.CategoryNum = " + text(category) + ";",
                            kLockReadOnly);
       if (db->hasRecord(links)) {
         while (!db->isEOF(links) && !linked) {
-          linked = dropDown().getCategoryInfo(toLong(db->getField(links, "CategoryNum"))).needsRecord;
+          linked =
+              dropDown().getCategoryInfo(toLong(db->getField(links, "CategoryNum"))).needsRecord;
           db->moveNext(links);
         }
       }

@@ -24,8 +24,7 @@ void addNewPersonalTaxClientForExistingContact(long contactID, long categoryID, 
 // merge template is filled for the contact and written to PersonalTaxStatus.Custom<n> of the
 // contact and year. Answers the filled text, empty otherwise. Adds the CustomFields row when
 // the table is empty.
-std::string populateNewPersonalTaxListCustomColumns(long contactID, int customNumber,
-                                                    long taxYear);
+std::string populateNewPersonalTaxListCustomColumns(long contactID, int customNumber, long taxYear);
 
 // Whether the contact has PersonalTaxInfo and PersonalTaxStatus rows of the year. When it
 // has, a missing link to the year's category is added on the way.

@@ -31,13 +31,21 @@ inline ClientDropDownService& dropDown() {
   return *service;
 }
 
-inline bool blank(const Variant& value) { return GeneralUtilities::isBlank(value); }
+inline bool blank(const Variant& value) {
+  return GeneralUtilities::isBlank(value);
+}
 
-inline long toLong(const Variant& value) { return static_cast<long>(value.toLong()); }
+inline long toLong(const Variant& value) {
+  return static_cast<long>(value.toLong());
+}
 
 // An ID as it goes into SQL and into a field: its decimal text.
-inline std::string text(long value) { return std::to_string(value); }
+inline std::string text(long value) {
+  return std::to_string(value);
+}
 
-inline const char* boolText(bool value) { return value ? "True" : "False"; }
+inline const char* boolText(bool value) {
+  return value ? "True" : "False";
+}
 
 }  // namespace lf::records

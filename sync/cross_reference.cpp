@@ -35,7 +35,8 @@ PairColumns pairColumns(const CrossReferenceWords& w, CrossReferenceKind kind) {
     case CrossReferenceKind::InvoiceItem:
       return {&CrossReferenceTables::workCodeEntries, "InvoiceItemIDNum", w.paragraphIDColumn};
     case CrossReferenceKind::BillingCategory:
-      return {&CrossReferenceTables::workCodeEntries, "BillingCategoryIDNum", w.billingCategoryIDColumn};
+      return {&CrossReferenceTables::workCodeEntries, "BillingCategoryIDNum",
+              w.billingCategoryIDColumn};
     case CrossReferenceKind::Workcode:
       return {&CrossReferenceTables::workCodeEntries, "WorkcodeIDNum", w.workcodeIDColumn};
     case CrossReferenceKind::Invoice:
@@ -54,7 +55,9 @@ void pumpEvents(int times) {
 }
 
 // An ID as the legacy run-time converts a stored value to a 32-bit integer.
-long toLongID(const Variant& value) { return static_cast<long>(value.toLong()); }
+long toLongID(const Variant& value) {
+  return static_cast<long>(value.toLong());
+}
 
 }  // namespace
 
@@ -206,12 +209,12 @@ void CrossReferenceTables::save(CrossReferenceKind kind, long ledgerfolioID,
 // --- The operations by their TPS names ------------------------------------------------------
 // Each runs under its own label; a failed get keeps -1 and the caller takes the new-row path.
 
-#define LF_CROSS_REFERENCE_GET(name, kind, pumps)                           \
-  long CrossReferenceTables::name(std::string_view sourceID) {              \
-    long result = -1;                                                       \
-    procedure(procedureLabel(words_, #name),                                \
-              [&] { result = getLedgerfolioID(kind, sourceID, pumps); });   \
-    return result;                                                          \
+#define LF_CROSS_REFERENCE_GET(name, kind, pumps)                         \
+  long CrossReferenceTables::name(std::string_view sourceID) {            \
+    long result = -1;                                                     \
+    procedure(procedureLabel(words_, #name),                              \
+              [&] { result = getLedgerfolioID(kind, sourceID, pumps); }); \
+    return result;                                                        \
   }
 
 // The first operation of the family pumps six times, the others four.
@@ -228,22 +231,22 @@ LF_CROSS_REFERENCE_GET(getContactIDFromTPSClientIDOnly, CrossReferenceKind::Cont
 LF_CROSS_REFERENCE_GET(getContactIDFromTPSContactIDOnly, CrossReferenceKind::ContactContact, 4)
 #undef LF_CROSS_REFERENCE_GET
 
-#define LF_CROSS_REFERENCE_REVERSE_GET(name, kind)                                          \
-  long CrossReferenceTables::name(long ledgerfolioID) {                                     \
-    long result = -1;                                                                       \
-    procedure(procedureLabel(words_, #name), [&] {                                          \
-      const std::string id = getSourceID(kind, ledgerfolioID, 4);                           \
+#define LF_CROSS_REFERENCE_REVERSE_GET(name, kind)                                             \
+  long CrossReferenceTables::name(long ledgerfolioID) {                                        \
+    long result = -1;                                                                          \
+    procedure(procedureLabel(words_, #name), [&] {                                             \
+      const std::string id = getSourceID(kind, ledgerfolioID, 4);                              \
       if (!id.empty() && GeneralUtilities::isNumeric(id)) result = static_cast<long>(val(id)); \
-    });                                                                                     \
-    return result;                                                                          \
+    });                                                                                        \
+    return result;                                                                             \
   }
 
 LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromCompanyID, CrossReferenceKind::CompanyClient)
 LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromContactID, CrossReferenceKind::ContactClient)
 #undef LF_CROSS_REFERENCE_REVERSE_GET
 
-#define LF_CROSS_REFERENCE_SAVE(name, kind)                                              \
-  void CrossReferenceTables::name(long ledgerfolioID, std::string_view sourceID) {       \
+#define LF_CROSS_REFERENCE_SAVE(name, kind)                                                 \
+  void CrossReferenceTables::name(long ledgerfolioID, std::string_view sourceID) {          \
     procedure(procedureLabel(words_, #name), [&] { save(kind, ledgerfolioID, sourceID); }); \
   }
 

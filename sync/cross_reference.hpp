@@ -98,6 +98,8 @@ class CrossReferenceTables {
   std::int32_t workCodeEntries = 0;
 
   // --- The shared operations -------------------------------------------------------------
+  // These raise a failing database call to their caller; the named operations below run
+  // them under their own labels (the TPS name with the source's word in it).
   // Source ID to Ledgerfolio ID; -1 when unknown or blank. `pumps` event-pump calls first.
   long getLedgerfolioID(CrossReferenceKind kind, std::string_view sourceID, int pumps = 4);
   // Ledgerfolio ID to source ID as stored (text); empty when unknown or blank.

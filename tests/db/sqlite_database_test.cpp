@@ -136,6 +136,20 @@ TEST_F(SqliteDatabaseTest, RequerySeesRowsAddedElsewhere) {
   EXPECT_EQ(db.recordCount(h2), 5);
 }
 
+TEST_F(SqliteDatabaseTest, KeysetIsFixedAtOpenEvenBeforeItsRowsAreRead) {
+  std::int32_t h = open("SELECT Companies.* FROM Companies WHERE CompanyName = 'Zed';");
+  add("Zed");  // another recordset's row: not in this keyset
+  db.addNewRecord(h);
+  db.setNewField(h, "CompanyName", "Own row");  // this recordset's row: in it, matching or not
+  db.updateRecord(h);
+  db.setField(h, "ClientID", "Z1");
+  EXPECT_EQ(db.getField(h, "CompanyName").toString(), "Own row");
+  EXPECT_EQ(db.recordCount(h), 1);
+  ASSERT_TRUE(db.hasRecord(h));
+  EXPECT_EQ(db.getField(h, "ClientID").toString(), "Z1");
+  EXPECT_EQ(db.recordCount(db.requery(h)), 1);  // the fresh statement sees the other "Zed" only
+}
+
 TEST_F(SqliteDatabaseTest, ValuesAreConvertedToTheDeclaredType) {
   std::int32_t h = open("SELECT ClientData.* FROM ClientData;");
   db.addNewRecord(h);

@@ -1,0 +1,96 @@
+// Case-insensitive search and replace for the merge language.
+#include "merge/text_search.hpp"
+
+#include <cstring>
+
+namespace lf::merge {
+namespace {
+inline unsigned char fold(unsigned char c) { return (c >= 'a' && c <= 'z') ? c - 32 : c; }
+}  // namespace
+
+size_t findNoCase(std::string_view text, std::string_view needle, size_t from) {
+  if (needle.empty()) return from <= text.size() ? from : std::string_view::npos;
+  if (from >= text.size() || needle.size() > text.size() - from) return std::string_view::npos;
+  const unsigned char first = fold(static_cast<unsigned char>(needle[0]));
+  const unsigned char firstLower =
+      (first >= 'A' && first <= 'Z') ? static_cast<unsigned char>(first + 32) : first;
+  const size_t last = text.size() - needle.size();
+  const char* base = text.data();
+  size_t i = from;
+  while (i <= last) {
+    // Jump to the next candidate first byte in either case.
+    const void* a = std::memchr(base + i, first, last - i + 1);
+    const void* b = firstLower != first ? std::memchr(base + i, firstLower, last - i + 1) : nullptr;
+    const char* hit = nullptr;
+    if (a && b) hit = static_cast<const char*>(a < b ? a : b);
+    else hit = static_cast<const char*>(a ? a : b);
+    if (hit == nullptr) return std::string_view::npos;
+    i = static_cast<size_t>(hit - base);
+    size_t k = 1;
+    while (k < needle.size() && fold(static_cast<unsigned char>(base[i + k])) ==
+                                    fold(static_cast<unsigned char>(needle[k])))
+      ++k;
+    if (k == needle.size()) return i;
+    ++i;
+  }
+  return std::string_view::npos;
+}
+
+bool containsNoCase(std::string_view text, std::string_view needle) {
+  return findNoCase(text, needle) != std::string_view::npos;
+}
+
+bool equalsNoCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i)
+    if (fold(static_cast<unsigned char>(a[i])) != fold(static_cast<unsigned char>(b[i])))
+      return false;
+  return true;
+}
+
+int replaceNoCase(std::string& text, std::string_view find, std::string_view with, int count) {
+  if (find.empty() || count == 0) return 0;
+  size_t pos = findNoCase(text, find);
+  if (pos == std::string_view::npos) return 0;
+  std::string out;
+  out.reserve(text.size() + (with.size() > find.size() ? with.size() - find.size() : 0) * 4);
+  size_t from = 0;
+  int done = 0;
+  while (pos != std::string_view::npos && (count < 0 || done < count)) {
+    out.append(text, from, pos - from);
+    out.append(with);
+    from = pos + find.size();
+    ++done;
+    pos = findNoCase(text, find, from);
+  }
+  out.append(text, from, std::string::npos);
+  text.swap(out);
+  return done;
+}
+
+int replaceExact(std::string& text, std::string_view find, std::string_view with) {
+  if (find.empty()) return 0;
+  size_t pos = text.find(find);
+  if (pos == std::string::npos) return 0;
+  std::string out;
+  size_t from = 0;
+  int done = 0;
+  while (pos != std::string::npos) {
+    out.append(text, from, pos - from);
+    out.append(with);
+    from = pos + find.size();
+    ++done;
+    pos = text.find(find, from);
+  }
+  out.append(text, from, std::string::npos);
+  text.swap(out);
+  return done;
+}
+
+std::string upper(std::string_view text) {
+  std::string out(text);
+  for (char& c : out) c = static_cast<char>(fold(static_cast<unsigned char>(c)));
+  return out;
+}
+
+}  // namespace lf::merge
