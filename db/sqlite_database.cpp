@@ -510,7 +510,12 @@ struct SqliteDatabase::Impl {
 
   // Reads the rows of the keyset.
   void load(Recordset& r) {
-    sqlite3_stmt* stmt = cached(r.translated.sql);
+    // Prepared for this read only: statements that name one row by its key differ for every
+    // row, and keeping each of them would grow without bound over a long import.
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, r.translated.sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
+      fail("Cannot open \"" + r.accessSql + "\"");
+    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(stmt, sqlite3_finalize);
     size_t visible = r.columns.size();
     size_t total = visible + r.slotCount;
     std::unordered_set<std::int64_t> added(r.addedHere.begin(), r.addedHere.end());
@@ -526,7 +531,6 @@ struct SqliteDatabase::Impl {
       r.rows.push_back(readRow(stmt, r.columns, total));
       if (r.slotCount > 0) seen.insert(r.rowidOf(r.rows.size() - 1, 0));
     }
-    sqlite3_reset(stmt);
     if (rc != SQLITE_DONE) fail("Cannot read \"" + r.accessSql + "\"");
     // Rows added here that the statement does not select stay in the recordset.
     for (std::int64_t rowid : r.addedHere)
