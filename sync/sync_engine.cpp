@@ -7,6 +7,7 @@
 #include "db/database_service.hpp"
 #include "db/sqlite_database.hpp"
 #include "frame/module_state.hpp"
+#include "frame/platform_timer.hpp"
 #include "frame/procedure.hpp"
 #include "host/general_utilities.hpp"
 #include "host/locale_service.hpp"
@@ -49,6 +50,7 @@ SyncEngine::SyncEngine()
     return std::make_unique<PracticeDocket>(*db);
   };
   makeWorkCodeObject = [] { return std::make_unique<PracticeWorkCode>(); };
+  eventPump = [] { pumpTimerEvents(0); };
   if (const char* kill = std::getenv("LFIMPORT_KILL_AT_RECORD")) killAtRecord_ = std::atol(kill);
 }
 

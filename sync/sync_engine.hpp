@@ -89,7 +89,8 @@ class SyncEngine {
   // The field as a boolean; false when blank.
   static bool readBool(DatabaseService& db, std::int32_t handle, std::string_view field);
 
-  // Called by the event pump of every record (the host's window procedure in a host).
+  // The event pump of every record: delivers the ticks of running timers (the wizard's
+  // auto-start timer, clsTimer) by default.
   std::function<void()> eventPump;
 
  protected:
