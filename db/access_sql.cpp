@@ -79,6 +79,12 @@ bool parseTimePart(std::string_view rest, int& h, int& mi, int& s) {
 }  // namespace
 
 bool parseSqlDateText(std::string_view text, std::string& isoOut) {
+  if (text.size() == 19 && text[10] == ' ') {  // the stored form, the common case
+    if (Date::fromIso(text)) {
+      isoOut = std::string(text);
+      return true;
+    }
+  }
   std::string t(text);
   while (!t.empty() && t.front() == ' ') t.erase(t.begin());
   while (!t.empty() && t.back() == ' ') t.pop_back();
