@@ -236,8 +236,8 @@ struct TableInfo {
 // What a statement gives whatever its rows: the translation, the columns and the prepared
 // statement. Shared by every recordset opened on the same text.
 struct Shape {
-  std::string accessSql;
   TranslatedSql translated;
+  bool parameterized = false;   // the statement takes the literals as parameters
   std::vector<Column> columns;  // visible columns
   size_t slotCount = 0;         // rowid columns after them
   NameMap<int> byName;
@@ -246,16 +246,17 @@ struct Shape {
 };
 
 struct Recordset {
-  Recordset(std::shared_ptr<const Shape> s, int lock)
+  Recordset(std::shared_ptr<const Shape> s, std::string sql, int lock)
       : shape(std::move(s)),
-        accessSql(shape->accessSql),
+        accessSql(std::move(sql)),
         lockType(lock),
         translated(shape->translated),
         columns(shape->columns),
         slotCount(shape->slotCount),
         byName(shape->byName) {}
   std::shared_ptr<const Shape> shape;
-  const std::string& accessSql;
+  std::string accessSql;
+  std::vector<TranslatedSql::Parameter> parameters;  // the statement's literals
   int lockType = kLockReadOnly;
   const TranslatedSql& translated;
   const std::vector<Column>& columns;
@@ -277,7 +278,8 @@ struct Recordset {
   bool loaded = false;
   std::vector<std::int64_t> snapshotMax;
   std::vector<std::int64_t> addedHere;
-  std::unique_ptr<Row> addedRow;  // the current row after updateRecord, before loading
+  std::unique_ptr<Row> addedRow;  // the current row after updateRecord, read when asked for
+  std::int64_t addedRowid = 0;
   bool onAddedRow = false;
 
   bool adding = false;
@@ -355,6 +357,9 @@ struct SqliteDatabase::Impl {
     exec("PRAGMA journal_mode=WAL;");
     exec("PRAGMA synchronous=NORMAL;");
     exec("PRAGMA foreign_keys=OFF;");
+    // Each source record commits on its own: checkpoint seldom, keep the hot pages cached.
+    exec("PRAGMA wal_autocheckpoint=10000;");
+    exec("PRAGMA cache_size=-65536;");
     // Reading the schema proves that the file is a database.
     exec("SELECT count(*) FROM sqlite_master;");
   }
@@ -496,23 +501,28 @@ struct SqliteDatabase::Impl {
   }
 
   // The shape of a statement, from the cache of the most recently used ones.
-  std::shared_ptr<const Shape> shapeOf(std::string_view accessSql) {
-    auto found = shapes.find(std::string(accessSql));
+  std::shared_ptr<const Shape> shapeOf(std::string_view accessSql,
+                                       const TranslatedSql& translated) {
+    auto found = shapes.find(translated.parameterizedSql);
     if (found != shapes.end()) {
       shapeOrder.splice(shapeOrder.begin(), shapeOrder, found->second.second);
       return found->second.first;
     }
     auto shape = std::make_shared<Shape>();
-    shape->accessSql = std::string(accessSql);
-    shape->translated = translateAccessSql(accessSql);
+    shape->translated = translated;
+    shape->parameterized = !translated.parameters.empty();
+    std::string key = translated.parameterizedSql;
     const char* tail = nullptr;
-    int rc = sqlite3_prepare_v2(db, shape->translated.sql.c_str(), -1, &shape->stmt, &tail);
+    int rc = sqlite3_prepare_v2(db, key.c_str(), -1, &shape->stmt, &tail);
     if (rc != SQLITE_OK && shape->translated.rowidsAppended) {
-      // A FROM item without rowids (a view or sub-query): read-only rows without keys.
+      // A FROM item without rowids (a view or sub-query): read-only rows without keys,
+      // the statement as written.
       sqlite3_finalize(shape->stmt);
       shape->stmt = nullptr;
       shape->translated = translateAccessSql(accessSql, false);
-      rc = sqlite3_prepare_v2(db, shape->translated.sql.c_str(), -1, &shape->stmt, &tail);
+      shape->parameterized = false;
+      key = shape->translated.sql;
+      rc = sqlite3_prepare_v2(db, key.c_str(), -1, &shape->stmt, &tail);
     }
     if (rc != SQLITE_OK) fail("Cannot open \"" + std::string(accessSql) + "\"");
     sqlite3_stmt* stmt = shape->stmt;
@@ -547,8 +557,8 @@ struct SqliteDatabase::Impl {
             shape->translated.tables[shape->columns[i].slot].alias == t.alias)
           shape->byName.emplace(t.alias + "." + shape->columns[i].name, static_cast<int>(i));
 
-    shapeOrder.push_front(shape->accessSql);
-    shapes.emplace(shape->accessSql, std::make_pair(shape, shapeOrder.begin()));
+    shapeOrder.push_front(key);
+    shapes.emplace(key, std::make_pair(shape, shapeOrder.begin()));
     if (shapes.size() > kShapeCacheSize) {
       shapes.erase(shapes.find(shapeOrder.back()));
       shapeOrder.pop_back();
@@ -558,7 +568,10 @@ struct SqliteDatabase::Impl {
 
   std::int32_t open(std::string_view accessSql, int lockType) {
     requireOpen();
-    auto r = std::make_unique<Recordset>(shapeOf(accessSql), lockType);
+    TranslatedSql translated = translateAccessSql(accessSql);
+    auto r = std::make_unique<Recordset>(shapeOf(accessSql, translated), std::string(accessSql),
+                                         lockType);
+    if (r->shape->parameterized) r->parameters = std::move(translated.parameters);
     if (r->slotCount > 0) {
       for (size_t slot = 0; slot < r->slotCount; ++slot)
         r->snapshotMax.push_back(maxRowid(r->translated.tables[slot].table));
@@ -582,6 +595,21 @@ struct SqliteDatabase::Impl {
   void load(Recordset& r) {
     sqlite3_stmt* stmt = r.shape->stmt;
     sqlite3_reset(stmt);
+    sqlite3_clear_bindings(stmt);
+    for (size_t i = 0; i < r.parameters.size(); ++i) {
+      const TranslatedSql::Parameter& p = r.parameters[i];
+      int position = static_cast<int>(i + 1);
+      double number = 0;
+      if (p.number && GeneralUtilities::parseNumber(p.text, number)) {
+        if (number == std::floor(number) && std::fabs(number) < 9.0e15)
+          sqlite3_bind_int64(stmt, position, static_cast<std::int64_t>(number));
+        else
+          sqlite3_bind_double(stmt, position, number);
+      } else {
+        sqlite3_bind_text(stmt, position, p.text.c_str(), static_cast<int>(p.text.size()),
+                          SQLITE_TRANSIENT);
+      }
+    }
     size_t visible = r.columns.size();
     size_t total = visible + r.slotCount;
     std::unordered_set<std::int64_t> added(r.addedHere.begin(), r.addedHere.end());
@@ -604,13 +632,18 @@ struct SqliteDatabase::Impl {
       if (!seen.count(rowid)) r.rows.push_back(readBack(r, rowid));
     r.loaded = true;
     r.cursor = 0;
-    if (r.onAddedRow && r.addedRow) {
-      std::int64_t current = r.addedRow->cells[visible].i;
+    if (r.onAddedRow) {
       for (size_t row = 0; row < r.rows.size(); ++row)
-        if (r.rowidOf(row, 0) == current) r.cursor = row;
+        if (r.rowidOf(row, 0) == r.addedRowid) r.cursor = row;
     }
     r.onAddedRow = false;
     r.addedRow.reset();
+  }
+
+  // The row stored by the last updateRecord of a recordset not read yet.
+  Row& addedRow(Recordset& r) {
+    if (!r.addedRow) r.addedRow = std::make_unique<Row>(readBack(r, r.addedRowid));
+    return *r.addedRow;
   }
 
   Recordset& ready(std::int32_t handle) {
@@ -713,7 +746,7 @@ struct SqliteDatabase::Impl {
       Recordset& r = *owned;
       if (!r.hasRowids()) continue;
       if (!r.loaded) {  // reads fresh values when it loads; only its added row is held
-        if (!r.onAddedRow || r.addedRow->cells[r.columns.size()].i != rowid) continue;
+        if (!r.onAddedRow || !r.addedRow || r.addedRowid != rowid) continue;
         for (size_t c = 0; c < r.columns.size(); ++c) {
           const Column& col = r.columns[c];
           if (col.slot == 0 && sameName(col.table, table) && sameName(col.origin, column))
@@ -1016,7 +1049,7 @@ Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
       return Variant::integer(r.reservedKey);
     return Variant::null();
   }
-  if (!r.loaded && r.onAddedRow) return r.addedRow->get(static_cast<size_t>(c));
+  if (!r.loaded && r.onAddedRow) return impl_->addedRow(r).get(static_cast<size_t>(c));
   if (!r.loaded) impl_->load(r);
   return impl_->currentRow(r).get(static_cast<size_t>(c));
 }
@@ -1036,8 +1069,8 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
   auto ci = info.columns.find(col.origin);
   Kind kind = ci == info.columns.end() ? col.kind : ci->second.second;
   Variant v = convertForColumn(kind, value, col.name);
-  std::int64_t rowid = onAddedRow ? r.addedRow->cells[r.columns.size()].i
-                                  : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
+  std::int64_t rowid =
+      onAddedRow ? r.addedRowid : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
   sqlite3_stmt* stmt =
       impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin + "\" = ? WHERE rowid = ?");
   impl_->bind(stmt, 1, v);
@@ -1120,13 +1153,14 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   r.hasReservedKey = false;
 
   // The new row joins this recordset, read back with the table's defaults.
-  Row row = impl_->readBack(r, rowid);
   if (!r.loaded) {
     r.addedHere.push_back(rowid);
-    r.addedRow = std::make_unique<Row>(std::move(row));
+    r.addedRow.reset();
+    r.addedRowid = rowid;
     r.onAddedRow = true;
     return true;
   }
+  Row row = impl_->readBack(r, rowid);
   r.rows.push_back(std::move(row));
   size_t index = r.rows.size() - 1;
   for (auto& [name, idx] : r.indexes) {
