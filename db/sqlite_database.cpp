@@ -230,7 +230,9 @@ struct Column {
 struct TableInfo {
   std::string name;
   NameMap<std::pair<std::string, Kind>> columns;
-  std::string rowidAlias;  // INTEGER PRIMARY KEY
+  NameMap<Variant> defaults;    // literal column defaults
+  bool literalDefaults = true;  // false when a default is an expression: read new rows back
+  std::string rowidAlias;       // INTEGER PRIMARY KEY
 };
 
 // What a statement gives whatever its rows: the translation, the columns and the prepared
@@ -392,7 +394,20 @@ struct SqliteDatabase::Impl {
     while (sqlite3_step(stmt) == SQLITE_ROW) {
       std::string name = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1));
       const char* type = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 2));
-      info.columns[name] = {name, kindOfDeclaredType(type ? type : "")};
+      Kind kind = kindOfDeclaredType(type ? type : "");
+      info.columns[name] = {name, kind};
+      if (sqlite3_column_type(stmt, 4) != SQLITE_NULL) {
+        std::string literal = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 4));
+        if (literal.size() >= 2 && literal.front() == '\'' && literal.back() == '\'')
+          literal = literal.substr(1, literal.size() - 2);
+        else if (!GeneralUtilities::isNumeric(literal) && upper(literal) != "NULL")
+          info.literalDefaults = false;
+        try {
+          if (upper(literal) != "NULL") info.defaults[name] = convertForColumn(kind, literal, name);
+        } catch (const DatabaseFailure&) {
+          info.literalDefaults = false;
+        }
+      }
       if (sqlite3_column_int(stmt, 5) > 0) {
         ++pkCount;
         pkName = name;
@@ -638,6 +653,35 @@ struct SqliteDatabase::Impl {
     }
     r.onAddedRow = false;
     r.addedRow.reset();
+  }
+
+  // The row just inserted into the recordset's first table, from the values written and the
+  // table's defaults, without reading it back when the defaults are plain literals.
+  Row composeRow(Recordset& r, std::int64_t rowid,
+                 const std::vector<std::pair<std::string, Variant>>& values) {
+    const TableInfo& info = tableInfo(r.translated.tables[0].table);
+    if (!info.literalDefaults) return readBack(r, rowid);
+    Row row;
+    row.cells.resize(r.columns.size() + r.slotCount);
+    for (size_t c = 0; c < r.columns.size(); ++c) {
+      const Column& col = r.columns[c];
+      if (col.slot != 0) continue;
+      if (!info.rowidAlias.empty() && sameName(col.origin, info.rowidAlias)) {
+        row.set(c, Variant::integer(rowid));
+        continue;
+      }
+      auto given = std::find_if(values.begin(), values.end(),
+                                [&](const auto& v) { return sameName(v.first, col.origin); });
+      if (given != values.end()) {
+        row.set(c, given->second);
+        continue;
+      }
+      auto fallback = info.defaults.find(col.origin);
+      if (fallback != info.defaults.end()) row.set(c, fallback->second);
+    }
+    row.cells[r.columns.size()].kind = Kind::Integer;
+    row.cells[r.columns.size()].i = rowid;
+    return row;
   }
 
   // The row stored by the last updateRecord of a recordset not read yet.
@@ -1160,7 +1204,7 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
     r.onAddedRow = true;
     return true;
   }
-  Row row = impl_->readBack(r, rowid);
+  Row row = impl_->composeRow(r, rowid, values);
   r.rows.push_back(std::move(row));
   size_t index = r.rows.size() - 1;
   for (auto& [name, idx] : r.indexes) {
