@@ -81,6 +81,12 @@ bool parseTimePart(std::string_view rest, int& h, int& mi, int& s) {
 }  // namespace
 
 bool parseSqlDateText(std::string_view text, std::string& isoOut) {
+  if (text.size() == 19 && text[10] == ' ') {  // the stored form, the common case
+    if (Date::fromIso(text)) {
+      isoOut = std::string(text);
+      return true;
+    }
+  }
   std::string t(text);
   while (!t.empty() && t.front() == ' ') t.erase(t.begin());
   while (!t.empty() && t.back() == ' ') t.pop_back();
@@ -330,17 +336,43 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
     }
   }
 
-  std::string out;
+  std::string out, parameterized;
   for (size_t i = 0; i < tokens.size(); ++i) {
     if (plain && i == fromIndex && fromIndex > 0 && !result.tables.empty()) {
+      std::string rowids;
       for (size_t k = 0; k < result.tables.size(); ++k)
-        out += ", \"" + result.tables[k].alias + "\".rowid AS \"__rowid" + std::to_string(k) + "\"";
+        rowids +=
+            ", \"" + result.tables[k].alias + "\".rowid AS \"__rowid" + std::to_string(k) + "\"";
+      out += rowids;
+      parameterized += rowids;
       result.rowidsAppended = true;
     }
-    out += tokens[i].space.empty() && i > 0 ? "" : (i > 0 ? tokens[i].space : "");
+    std::string space = i > 0 ? tokens[i].space : "";
+    out += space;
     out += tokens[i].text;
+    const Token& t = tokens[i];
+    bool literal = (t.kind == Tok::Number || t.kind == Tok::DateLit ||
+                    (t.kind == Tok::String && t.text.find(" ESCAPE ") == std::string::npos));
+    if (plain && literal) {
+      TranslatedSql::Parameter parameter;
+      parameter.number = t.kind == Tok::Number;
+      if (parameter.number) {
+        parameter.text = t.text;
+      } else {  // a quoted literal: drop the quotes and undo the doubling
+        for (size_t k = 1; k + 1 < t.text.size(); ++k) {
+          parameter.text += t.text[k];
+          if (t.text[k] == '\'' && t.text[k + 1] == '\'') ++k;
+        }
+      }
+      result.parameters.push_back(std::move(parameter));
+      parameterized += space + "?";
+    } else {
+      parameterized += space + t.text;
+    }
   }
   result.sql = out;
+  result.parameterizedSql = plain ? parameterized : out;
+  if (!plain) result.parameters.clear();
   return result;
 }
 

@@ -27,6 +27,14 @@ struct TranslatedSql {
   std::vector<FromTable> tables;  // in FROM order
   // When true, the last tables.size() result columns are the rowids of those tables.
   bool rowidsAppended = false;
+  // The same statement with its literals as ? parameters, so that statements differing only
+  // in their values share one prepared statement; the values in order.
+  std::string parameterizedSql;
+  struct Parameter {
+    std::string text;
+    bool number = false;
+  };
+  std::vector<Parameter> parameters;
 };
 
 // Throws DatabaseFailure for a malformed statement (unterminated literal, bad date,

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <list>
+#include <memory>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -26,15 +28,33 @@ std::string upper(std::string_view s) {
   return GeneralUtilities::upperCase(s);
 }
 
+inline char upperAscii(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
 // Names compared as upper() compares them, letter case ignored.
 bool sameName(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i)
-    if (std::toupper(static_cast<unsigned char>(a[i])) !=
-        std::toupper(static_cast<unsigned char>(b[i])))
-      return false;
+    if (upperAscii(a[i]) != upperAscii(b[i])) return false;
   return true;
 }
+
+// Hash and equality of names with letter case ignored, usable with string_view keys.
+struct NameHash {
+  using is_transparent = void;
+  size_t operator()(std::string_view s) const {
+    size_t h = 1469598103934665603ull;
+    for (char c : s) h = (h ^ static_cast<unsigned char>(upperAscii(c))) * 1099511628211ull;
+    return h;
+  }
+};
+struct NameEqual {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const { return sameName(a, b); }
+};
+template <class T>
+using NameMap = std::unordered_map<std::string, T, NameHash, NameEqual>;
 
 // Column type from the declared type of a table column.
 Kind kindOfDeclaredType(const char* declared) {
@@ -109,8 +129,10 @@ struct Cell {
   Kind kind = Kind::Null;
   std::uint32_t off = 0;
   std::uint32_t len = 0;
-  std::int64_t i = 0;
-  double d = 0;
+  union {
+    std::int64_t i = 0;
+    double d;
+  };
 };
 
 struct Row {
@@ -207,17 +229,41 @@ struct Column {
 
 struct TableInfo {
   std::string name;
-  std::unordered_map<std::string, std::pair<std::string, Kind>> columns;  // UPPER name
-  std::string rowidAlias;                                                 // INTEGER PRIMARY KEY
+  NameMap<std::pair<std::string, Kind>> columns;
+  NameMap<Variant> defaults;    // literal column defaults
+  bool literalDefaults = true;  // false when a default is an expression: read new rows back
+  std::string rowidAlias;       // INTEGER PRIMARY KEY
+};
+
+// What a statement gives whatever its rows: the translation, the columns and the prepared
+// statement. Shared by every recordset opened on the same text.
+struct Shape {
+  TranslatedSql translated;
+  bool parameterized = false;   // the statement takes the literals as parameters
+  std::vector<Column> columns;  // visible columns
+  size_t slotCount = 0;         // rowid columns after them
+  NameMap<int> byName;
+  sqlite3_stmt* stmt = nullptr;
+  ~Shape() { sqlite3_finalize(stmt); }
 };
 
 struct Recordset {
+  Recordset(std::shared_ptr<const Shape> s, std::string sql, int lock)
+      : shape(std::move(s)),
+        accessSql(std::move(sql)),
+        lockType(lock),
+        translated(shape->translated),
+        columns(shape->columns),
+        slotCount(shape->slotCount),
+        byName(shape->byName) {}
+  std::shared_ptr<const Shape> shape;
   std::string accessSql;
+  std::vector<TranslatedSql::Parameter> parameters;  // the statement's literals
   int lockType = kLockReadOnly;
-  TranslatedSql translated;
-  std::vector<Column> columns;  // visible columns
-  size_t slotCount = 0;
-  std::unordered_map<std::string, int> byName;
+  const TranslatedSql& translated;
+  const std::vector<Column>& columns;
+  const size_t& slotCount;
+  const NameMap<int>& byName;
   std::vector<Row> rows;
   size_t cursor = 0;
   bool currentDeleted = false;
@@ -234,7 +280,8 @@ struct Recordset {
   bool loaded = false;
   std::vector<std::int64_t> snapshotMax;
   std::vector<std::int64_t> addedHere;
-  std::unique_ptr<Row> addedRow;  // the current row after updateRecord, before loading
+  std::unique_ptr<Row> addedRow;  // the current row after updateRecord, read when asked for
+  std::int64_t addedRowid = 0;
   bool onAddedRow = false;
 
   bool adding = false;
@@ -263,7 +310,14 @@ struct SqliteDatabase::Impl {
   std::int32_t nextHandle = 1;
   std::unordered_map<std::int32_t, std::unique_ptr<Recordset>> recordsets;
   std::unordered_map<std::string, sqlite3_stmt*> statements;
-  std::unordered_map<std::string, TableInfo> tables;  // UPPER name
+  NameMap<TableInfo> tables;
+  // Shapes of the statements opened most recently; per-row statements make the list long,
+  // so it is bounded.
+  static constexpr size_t kShapeCacheSize = 64;
+  std::list<std::string> shapeOrder;
+  std::unordered_map<std::string,
+                     std::pair<std::shared_ptr<const Shape>, std::list<std::string>::iterator>>
+      shapes;
   std::unordered_map<std::string, std::int64_t> lastReserved;
   int groupDepth = 0;
 
@@ -271,6 +325,8 @@ struct SqliteDatabase::Impl {
 
   void disconnect() {
     recordsets.clear();
+    shapes.clear();
+    shapeOrder.clear();
     for (auto& [sql, stmt] : statements) sqlite3_finalize(stmt);
     statements.clear();
     tables.clear();
@@ -303,6 +359,9 @@ struct SqliteDatabase::Impl {
     exec("PRAGMA journal_mode=WAL;");
     exec("PRAGMA synchronous=NORMAL;");
     exec("PRAGMA foreign_keys=OFF;");
+    // Each source record commits on its own: checkpoint seldom, keep the hot pages cached.
+    exec("PRAGMA wal_autocheckpoint=10000;");
+    exec("PRAGMA cache_size=-65536;");
     // Reading the schema proves that the file is a database.
     exec("SELECT count(*) FROM sqlite_master;");
   }
@@ -322,8 +381,7 @@ struct SqliteDatabase::Impl {
   }
 
   const TableInfo& tableInfo(const std::string& table) {
-    std::string key = upper(table);
-    auto it = tables.find(key);
+    auto it = tables.find(table);
     if (it != tables.end()) return it->second;
     TableInfo info;
     info.name = table;
@@ -336,7 +394,20 @@ struct SqliteDatabase::Impl {
     while (sqlite3_step(stmt) == SQLITE_ROW) {
       std::string name = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1));
       const char* type = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 2));
-      info.columns[upper(name)] = {name, kindOfDeclaredType(type ? type : "")};
+      Kind kind = kindOfDeclaredType(type ? type : "");
+      info.columns[name] = {name, kind};
+      if (sqlite3_column_type(stmt, 4) != SQLITE_NULL) {
+        std::string literal = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 4));
+        if (literal.size() >= 2 && literal.front() == '\'' && literal.back() == '\'')
+          literal = literal.substr(1, literal.size() - 2);
+        else if (!GeneralUtilities::isNumeric(literal) && upper(literal) != "NULL")
+          info.literalDefaults = false;
+        try {
+          if (upper(literal) != "NULL") info.defaults[name] = convertForColumn(kind, literal, name);
+        } catch (const DatabaseFailure&) {
+          info.literalDefaults = false;
+        }
+      }
       if (sqlite3_column_int(stmt, 5) > 0) {
         ++pkCount;
         pkName = name;
@@ -346,7 +417,7 @@ struct SqliteDatabase::Impl {
     sqlite3_finalize(stmt);
     if (info.columns.empty()) throw DatabaseFailure("The table '" + table + "' does not exist.");
     if (pkCount == 1 && pkType == "INTEGER") info.rowidAlias = pkName;
-    return tables.emplace(key, std::move(info)).first->second;
+    return tables.emplace(table, std::move(info)).first->second;
   }
 
   Recordset& rs(std::int32_t handle) {
@@ -361,7 +432,7 @@ struct SqliteDatabase::Impl {
     std::string name(field);
     if (name.size() > 2 && name.front() == '[' && name.back() == ']')
       name = name.substr(1, name.size() - 2);
-    auto it = r.byName.find(upper(name));
+    auto it = r.byName.find(std::string_view(name));
     if (it == r.byName.end())
       throw DatabaseFailure(
           "Item cannot be found in the collection corresponding to the requested name or "
@@ -405,7 +476,9 @@ struct SqliteDatabase::Impl {
             const char* t =
                 reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i)));
             std::string iso;
-            if (parseSqlDateText(t, iso))
+            if (auto direct = Date::fromIso(t))
+              v = Variant::date(*direct);
+            else if (parseSqlDateText(t, iso))
               v = Variant::date(*Date::fromIso(iso));
             else
               v = Variant::text(t);
@@ -442,30 +515,40 @@ struct SqliteDatabase::Impl {
     }
   }
 
-  std::int32_t open(std::string_view accessSql, int lockType) {
-    requireOpen();
-    auto r = std::make_unique<Recordset>();
-    r->accessSql = std::string(accessSql);
-    r->lockType = lockType;
-    r->translated = translateAccessSql(accessSql);
-    sqlite3_stmt* stmt = nullptr;
+  // The shape of a statement, from the cache of the most recently used ones.
+  std::shared_ptr<const Shape> shapeOf(std::string_view accessSql,
+                                       const TranslatedSql& translated) {
+    auto found = shapes.find(translated.parameterizedSql);
+    if (found != shapes.end()) {
+      shapeOrder.splice(shapeOrder.begin(), shapeOrder, found->second.second);
+      return found->second.first;
+    }
+    auto shape = std::make_shared<Shape>();
+    shape->translated = translated;
+    shape->parameterized = !translated.parameters.empty();
+    std::string key = translated.parameterizedSql;
     const char* tail = nullptr;
-    int rc = sqlite3_prepare_v2(db, r->translated.sql.c_str(), -1, &stmt, &tail);
-    if (rc != SQLITE_OK && r->translated.rowidsAppended) {
-      // A FROM item without rowids (a view or sub-query): read-only rows without keys.
-      r->translated = translateAccessSql(accessSql, false);
-      rc = sqlite3_prepare_v2(db, r->translated.sql.c_str(), -1, &stmt, &tail);
+    int rc = sqlite3_prepare_v2(db, key.c_str(), -1, &shape->stmt, &tail);
+    if (rc != SQLITE_OK && shape->translated.rowidsAppended) {
+      // A FROM item without rowids (a view or sub-query): read-only rows without keys,
+      // the statement as written.
+      sqlite3_finalize(shape->stmt);
+      shape->stmt = nullptr;
+      shape->translated = translateAccessSql(accessSql, false);
+      shape->parameterized = false;
+      key = shape->translated.sql;
+      rc = sqlite3_prepare_v2(db, key.c_str(), -1, &shape->stmt, &tail);
     }
     if (rc != SQLITE_OK) fail("Cannot open \"" + std::string(accessSql) + "\"");
-    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(stmt, sqlite3_finalize);
+    sqlite3_stmt* stmt = shape->stmt;
     if (tail != nullptr && !GeneralUtilities::isBlank(tail))
       throw DatabaseFailure("Only one statement is allowed.");
     if (!sqlite3_stmt_readonly(stmt))
       throw DatabaseFailure("A recordset statement must be a SELECT.");
 
     size_t total = static_cast<size_t>(sqlite3_column_count(stmt));
-    r->slotCount = r->translated.rowidsAppended ? r->translated.tables.size() : 0;
-    size_t visible = total - r->slotCount;
+    shape->slotCount = shape->translated.rowidsAppended ? shape->translated.tables.size() : 0;
+    size_t visible = total - shape->slotCount;
     for (size_t i = 0; i < visible; ++i) {
       Column c;
       c.name = sqlite3_column_name(stmt, static_cast<int>(i));
@@ -474,21 +557,36 @@ struct SqliteDatabase::Impl {
       c.table = table ? table : "";
       c.origin = origin ? origin : "";
       c.kind = kindOfDeclaredType(sqlite3_column_decltype(stmt, static_cast<int>(i)));
-      for (size_t s = 0; s < r->slotCount; ++s)
-        if (!c.table.empty() && upper(r->translated.tables[s].table) == upper(c.table)) {
-          c.slot = static_cast<int>(s);
+      for (size_t slot = 0; slot < shape->slotCount; ++slot)
+        if (!c.table.empty() && sameName(shape->translated.tables[slot].table, c.table)) {
+          c.slot = static_cast<int>(slot);
           break;
         }
-      r->byName.emplace(upper(c.name), static_cast<int>(i));
-      if (!c.table.empty()) r->byName.emplace(upper(c.table + "." + c.name), static_cast<int>(i));
-      r->columns.push_back(std::move(c));
+      shape->byName.emplace(c.name, static_cast<int>(i));
+      if (!c.table.empty()) shape->byName.emplace(c.table + "." + c.name, static_cast<int>(i));
+      shape->columns.push_back(std::move(c));
     }
-    for (const FromTable& t : r->translated.tables)  // aliases qualify names too
+    for (const FromTable& t : shape->translated.tables)  // aliases qualify names too
       for (size_t i = 0; i < visible; ++i)
-        if (r->columns[i].slot >= 0 && r->translated.tables[r->columns[i].slot].alias == t.alias)
-          r->byName.emplace(upper(t.alias + "." + r->columns[i].name), static_cast<int>(i));
+        if (shape->columns[i].slot >= 0 &&
+            shape->translated.tables[shape->columns[i].slot].alias == t.alias)
+          shape->byName.emplace(t.alias + "." + shape->columns[i].name, static_cast<int>(i));
 
-    guard.reset();
+    shapeOrder.push_front(key);
+    shapes.emplace(key, std::make_pair(shape, shapeOrder.begin()));
+    if (shapes.size() > kShapeCacheSize) {
+      shapes.erase(shapes.find(shapeOrder.back()));
+      shapeOrder.pop_back();
+    }
+    return shape;
+  }
+
+  std::int32_t open(std::string_view accessSql, int lockType) {
+    requireOpen();
+    TranslatedSql translated = translateAccessSql(accessSql);
+    auto r = std::make_unique<Recordset>(shapeOf(accessSql, translated), std::string(accessSql),
+                                         lockType);
+    if (r->shape->parameterized) r->parameters = std::move(translated.parameters);
     if (r->slotCount > 0) {
       for (size_t slot = 0; slot < r->slotCount; ++slot)
         r->snapshotMax.push_back(maxRowid(r->translated.tables[slot].table));
@@ -510,12 +608,23 @@ struct SqliteDatabase::Impl {
 
   // Reads the rows of the keyset.
   void load(Recordset& r) {
-    // Prepared for this read only: statements that name one row by its key differ for every
-    // row, and keeping each of them would grow without bound over a long import.
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, r.translated.sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
-      fail("Cannot open \"" + r.accessSql + "\"");
-    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(stmt, sqlite3_finalize);
+    sqlite3_stmt* stmt = r.shape->stmt;
+    sqlite3_reset(stmt);
+    sqlite3_clear_bindings(stmt);
+    for (size_t i = 0; i < r.parameters.size(); ++i) {
+      const TranslatedSql::Parameter& p = r.parameters[i];
+      int position = static_cast<int>(i + 1);
+      double number = 0;
+      if (p.number && GeneralUtilities::parseNumber(p.text, number)) {
+        if (number == std::floor(number) && std::fabs(number) < 9.0e15)
+          sqlite3_bind_int64(stmt, position, static_cast<std::int64_t>(number));
+        else
+          sqlite3_bind_double(stmt, position, number);
+      } else {
+        sqlite3_bind_text(stmt, position, p.text.c_str(), static_cast<int>(p.text.size()),
+                          SQLITE_TRANSIENT);
+      }
+    }
     size_t visible = r.columns.size();
     size_t total = visible + r.slotCount;
     std::unordered_set<std::int64_t> added(r.addedHere.begin(), r.addedHere.end());
@@ -531,19 +640,54 @@ struct SqliteDatabase::Impl {
       r.rows.push_back(readRow(stmt, r.columns, total));
       if (r.slotCount > 0) seen.insert(r.rowidOf(r.rows.size() - 1, 0));
     }
+    sqlite3_reset(stmt);
     if (rc != SQLITE_DONE) fail("Cannot read \"" + r.accessSql + "\"");
     // Rows added here that the statement does not select stay in the recordset.
     for (std::int64_t rowid : r.addedHere)
       if (!seen.count(rowid)) r.rows.push_back(readBack(r, rowid));
     r.loaded = true;
     r.cursor = 0;
-    if (r.onAddedRow && r.addedRow) {
-      std::int64_t current = r.addedRow->cells[visible].i;
+    if (r.onAddedRow) {
       for (size_t row = 0; row < r.rows.size(); ++row)
-        if (r.rowidOf(row, 0) == current) r.cursor = row;
+        if (r.rowidOf(row, 0) == r.addedRowid) r.cursor = row;
     }
     r.onAddedRow = false;
     r.addedRow.reset();
+  }
+
+  // The row just inserted into the recordset's first table, from the values written and the
+  // table's defaults, without reading it back when the defaults are plain literals.
+  Row composeRow(Recordset& r, std::int64_t rowid,
+                 const std::vector<std::pair<std::string, Variant>>& values) {
+    const TableInfo& info = tableInfo(r.translated.tables[0].table);
+    if (!info.literalDefaults) return readBack(r, rowid);
+    Row row;
+    row.cells.resize(r.columns.size() + r.slotCount);
+    for (size_t c = 0; c < r.columns.size(); ++c) {
+      const Column& col = r.columns[c];
+      if (col.slot != 0) continue;
+      if (!info.rowidAlias.empty() && sameName(col.origin, info.rowidAlias)) {
+        row.set(c, Variant::integer(rowid));
+        continue;
+      }
+      auto given = std::find_if(values.begin(), values.end(),
+                                [&](const auto& v) { return sameName(v.first, col.origin); });
+      if (given != values.end()) {
+        row.set(c, given->second);
+        continue;
+      }
+      auto fallback = info.defaults.find(col.origin);
+      if (fallback != info.defaults.end()) row.set(c, fallback->second);
+    }
+    row.cells[r.columns.size()].kind = Kind::Integer;
+    row.cells[r.columns.size()].i = rowid;
+    return row;
+  }
+
+  // The row stored by the last updateRecord of a recordset not read yet.
+  Row& addedRow(Recordset& r) {
+    if (!r.addedRow) r.addedRow = std::make_unique<Row>(readBack(r, r.addedRowid));
+    return *r.addedRow;
   }
 
   Recordset& ready(std::int32_t handle) {
@@ -561,10 +705,10 @@ struct SqliteDatabase::Impl {
     row.cells.resize(r.columns.size() + r.slotCount);
     if (sqlite3_step(read) == SQLITE_ROW) {
       int n = sqlite3_column_count(read);
-      std::unordered_map<std::string, int> positions;
+      NameMap<int> positions;
       std::vector<Column> readColumns;
       for (int i = 0; i < n; ++i) {
-        positions[upper(sqlite3_column_name(read, i))] = i;
+        positions[sqlite3_column_name(read, i)] = i;
         Column rc;
         rc.kind = kindOfDeclaredType(sqlite3_column_decltype(read, i));
         readColumns.push_back(rc);
@@ -573,7 +717,7 @@ struct SqliteDatabase::Impl {
       for (size_t c = 0; c < r.columns.size(); ++c) {
         const Column& col = r.columns[c];
         if (col.slot != 0) continue;
-        auto p = positions.find(upper(col.origin));
+        auto p = positions.find(col.origin);
         if (p != positions.end()) row.set(c, all.get(static_cast<size_t>(p->second)));
       }
     }
@@ -646,7 +790,7 @@ struct SqliteDatabase::Impl {
       Recordset& r = *owned;
       if (!r.hasRowids()) continue;
       if (!r.loaded) {  // reads fresh values when it loads; only its added row is held
-        if (!r.onAddedRow || r.addedRow->cells[r.columns.size()].i != rowid) continue;
+        if (!r.onAddedRow || !r.addedRow || r.addedRowid != rowid) continue;
         for (size_t c = 0; c < r.columns.size(); ++c) {
           const Column& col = r.columns[c];
           if (col.slot == 0 && sameName(col.table, table) && sameName(col.origin, column))
@@ -754,6 +898,8 @@ void SqliteDatabase::executeStatement(std::string_view accessSql) {
     throw DatabaseFailure("Only one statement is allowed.");
   impl_->step(stmt, "Cannot run \"" + std::string(accessSql) + "\"");
   impl_->tables.clear();  // the schema may have changed
+  impl_->shapes.clear();
+  impl_->shapeOrder.clear();
 }
 
 bool SqliteDatabase::hasTable(std::string_view table) {
@@ -943,11 +1089,11 @@ Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
     for (auto it = r.pending.rbegin(); it != r.pending.rend(); ++it)
       if (it->first == c) return convertForColumn(col.kind, it->second, col.name);
     if (r.hasReservedKey && col.slot == 0 &&
-        upper(col.origin) == upper(impl_->tableInfo(col.table).rowidAlias))
+        sameName(col.origin, impl_->tableInfo(col.table).rowidAlias))
       return Variant::integer(r.reservedKey);
     return Variant::null();
   }
-  if (!r.loaded && r.onAddedRow) return r.addedRow->get(static_cast<size_t>(c));
+  if (!r.loaded && r.onAddedRow) return impl_->addedRow(r).get(static_cast<size_t>(c));
   if (!r.loaded) impl_->load(r);
   return impl_->currentRow(r).get(static_cast<size_t>(c));
 }
@@ -964,11 +1110,11 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
     impl_->currentRow(r);
   }
   const TableInfo& info = impl_->tableInfo(col.table);
-  auto ci = info.columns.find(upper(col.origin));
+  auto ci = info.columns.find(col.origin);
   Kind kind = ci == info.columns.end() ? col.kind : ci->second.second;
   Variant v = convertForColumn(kind, value, col.name);
-  std::int64_t rowid = onAddedRow ? r.addedRow->cells[r.columns.size()].i
-                                  : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
+  std::int64_t rowid =
+      onAddedRow ? r.addedRowid : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
   sqlite3_stmt* stmt =
       impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin + "\" = ? WHERE rowid = ?");
   impl_->bind(stmt, 1, v);
@@ -1004,7 +1150,7 @@ bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
   if (col.slot != 0)
     throw DatabaseFailure("Field '" + col.name + "' is not a column of the new row's table.");
   const TableInfo& info = impl_->tableInfo(col.table);
-  auto ci = info.columns.find(upper(col.origin));
+  auto ci = info.columns.find(col.origin);
   convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, value,
                    col.name);  // fails early
   r.pending.emplace_back(c, std::string(value));
@@ -1020,7 +1166,7 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   bool keyGiven = false;
   for (auto& [c, text] : r.pending) {
     const Column& col = r.columns[static_cast<size_t>(c)];
-    auto ci = info.columns.find(upper(col.origin));
+    auto ci = info.columns.find(col.origin);
     Variant v =
         convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, text, col.name);
     auto same = std::find_if(values.begin(), values.end(),
@@ -1029,7 +1175,7 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
       same->second = v;
     else
       values.emplace_back(col.origin, v);
-    if (!info.rowidAlias.empty() && upper(col.origin) == upper(info.rowidAlias)) keyGiven = true;
+    if (!info.rowidAlias.empty() && sameName(col.origin, info.rowidAlias)) keyGiven = true;
   }
   if (r.hasReservedKey && !keyGiven)
     values.emplace_back(info.rowidAlias, Variant::integer(r.reservedKey));
@@ -1051,13 +1197,14 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   r.hasReservedKey = false;
 
   // The new row joins this recordset, read back with the table's defaults.
-  Row row = impl_->readBack(r, rowid);
   if (!r.loaded) {
     r.addedHere.push_back(rowid);
-    r.addedRow = std::make_unique<Row>(std::move(row));
+    r.addedRow.reset();
+    r.addedRowid = rowid;
     r.onAddedRow = true;
     return true;
   }
+  Row row = impl_->composeRow(r, rowid, values);
   r.rows.push_back(std::move(row));
   size_t index = r.rows.size() - 1;
   for (auto& [name, idx] : r.indexes) {

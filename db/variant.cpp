@@ -117,7 +117,34 @@ std::string Date::toIso() const {
   return buf;
 }
 
+namespace {
+// Digits at [pos, pos+n) as a number, or -1.
+int digitsAt(std::string_view t, size_t pos, size_t n) {
+  int v = 0;
+  for (size_t i = pos; i < pos + n; ++i) {
+    if (t[i] < '0' || t[i] > '9') return -1;
+    v = v * 10 + (t[i] - '0');
+  }
+  return v;
+}
+}  // namespace
+
 std::optional<Date> Date::fromIso(std::string_view text) {
+  // The stored forms "YYYY-MM-DD" and "YYYY-MM-DD HH:MM:SS", read without scanf.
+  if ((text.size() == 10 ||
+       (text.size() == 19 && text[10] == ' ' && text[13] == ':' && text[16] == ':')) &&
+      text[4] == '-' && text[7] == '-') {
+    int y = digitsAt(text, 0, 4), mo = digitsAt(text, 5, 2), d = digitsAt(text, 8, 2);
+    int h = 0, mi = 0, s = 0;
+    if (text.size() == 19)
+      h = digitsAt(text, 11, 2), mi = digitsAt(text, 14, 2), s = digitsAt(text, 17, 2);
+    if (y >= 0 && mo >= 1 && mo <= 12 && d >= 1 && d <= 31 && h >= 0 && h < 24 && mi >= 0 &&
+        mi < 60 && s >= 0 && s < 60) {
+      Date out = fromParts(y, mo, d, h, mi, s);
+      if (out.day() == d) return out;
+    }
+    return std::nullopt;
+  }
   int y = 0, mo = 0, d = 0, h = 0, mi = 0, s = 0;
   std::string t(text);
   int n = std::sscanf(t.c_str(), "%4d-%2d-%2d%*1[ T]%2d:%2d:%2d", &y, &mo, &d, &h, &mi, &s);

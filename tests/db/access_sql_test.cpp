@@ -48,6 +48,23 @@ TEST(AccessSqlTranslation, LikeWildcardsAndNullTests) {
             "SELECT WorkCodes.* From WorkCodes WHERE Not WorkCodes.\"Parent\" Is Null");
 }
 
+TEST(AccessSqlTranslation, LiteralsBecomeParametersOfTheSharedStatement) {
+  TranslatedSql a = translateAccessSql(
+      "SELECT Contacts.* FROM Contacts WHERE ContactID=12 AND LastName = 'O''Hara';");
+  TranslatedSql b =
+      translateAccessSql("SELECT Contacts.* FROM Contacts WHERE ContactID=7 AND LastName = 'Ng';");
+  EXPECT_EQ(a.parameterizedSql, b.parameterizedSql);
+  ASSERT_EQ(a.parameters.size(), 2u);
+  EXPECT_EQ(a.parameters[0].text, "12");
+  EXPECT_TRUE(a.parameters[0].number);
+  EXPECT_EQ(a.parameters[1].text, "O'Hara");
+  TranslatedSql d =
+      translateAccessSql("SELECT * FROM Dockets WHERE DateFrom = #12/31/2010# AND Invoiced = True");
+  ASSERT_EQ(d.parameters.size(), 2u);
+  EXPECT_EQ(d.parameters[0].text, "2010-12-31 00:00:00");
+  EXPECT_EQ(d.parameters[1].text, "1");
+}
+
 TEST(AccessSqlTranslation, OnlyOneStatementIsAccepted) {
   EXPECT_THROW(plain("SELECT * FROM T WHERE N = 'x'; DROP TABLE T;"), DatabaseFailure);
   // A value holding the attack stays inside its literal.

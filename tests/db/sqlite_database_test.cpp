@@ -136,6 +136,18 @@ TEST_F(SqliteDatabaseTest, RequerySeesRowsAddedElsewhere) {
   EXPECT_EQ(db.recordCount(h2), 5);
 }
 
+TEST_F(SqliteDatabaseTest, RowAddedToAReadRecordsetCarriesTheColumnDefaults) {
+  std::int32_t h = open("SELECT Companies.* FROM Companies;");
+  ASSERT_TRUE(db.hasRecord(h));
+  db.addNewRecord(h);
+  db.setNewField(h, "CompanyName", "Fenwick");
+  db.updateRecord(h);
+  EXPECT_EQ(db.getField(h, "CompanyType").toLong(), 0);
+  EXPECT_TRUE(db.getField(h, "ClientID").isNull());
+  EXPECT_EQ(db.getField(h, "CompanyID").toLong(), 5);
+  EXPECT_EQ(db.recordCount(h), 5);
+}
+
 TEST_F(SqliteDatabaseTest, KeysetIsFixedAtOpenEvenBeforeItsRowsAreRead) {
   std::int32_t h = open("SELECT Companies.* FROM Companies WHERE CompanyName = 'Zed';");
   add("Zed");  // another recordset's row: not in this keyset
