@@ -118,6 +118,9 @@ class TPSSyncResumeTest : public ::testing::Test {
     folder = fs::path(::testing::TempDir()) / ("tps_resume_" + std::to_string(getpid()));
     fs::remove_all(folder);
     fs::create_directories(folder);
+    // A copy: opening a database may change its file (the journal mode).
+    source = (folder / "tps_export.db").string();
+    fs::copy_file(kSample, source);
   }
   void TearDown() override { fs::remove_all(folder); }
 
@@ -127,12 +130,13 @@ class TPSSyncResumeTest : public ::testing::Test {
     return path;
   }
   int sync(const std::string& practice, long killAtRecord) {
-    return runProgram({"sync", "tps", "--source", kSample, "--practice", practice, "--answers",
+    return runProgram({"sync", "tps", "--source", source, "--practice", practice, "--answers",
                        kAnswers, "--quiet"},
                       killAtRecord);
   }
 
   fs::path folder;
+  std::string source;
 };
 
 TEST_F(TPSSyncResumeTest, KilledRunsResumedGiveTheDatabaseOfOneUninterruptedRun) {
