@@ -54,7 +54,9 @@ SyncEngine::SyncEngine()
   if (const char* kill = std::getenv("LFIMPORT_KILL_AT_RECORD")) killAtRecord_ = std::atol(kill);
 }
 
-SyncEngine::~SyncEngine() = default;
+SyncEngine::~SyncEngine() {
+  commitRecords();
+}
 
 void SyncEngine::setDuplicateFinders(std::unique_ptr<DuplicateFinder> company,
                                      std::unique_ptr<DuplicateFinder> contact) {
@@ -140,7 +142,23 @@ void SyncEngine::syncRecord(const std::string& stage, const std::function<SyncOu
   ++counters.read;
   ++recordsStarted_;
   DatabaseService* db = moduleState().DatabaseReference;
-  // Commits the record's rows however the record ends.
+  if (db != nullptr && pendingGroup_ == nullptr) {
+    db->beginWriteGroup();
+    pendingGroup_ = db;
+    pendingRecords_ = 0;
+    pendingSince_ = std::chrono::steady_clock::now();
+  }
+  // Ends the record's own group however the record ends; the outer group commits it with the
+  // records before it once enough have gathered.
+  struct RecordEnd {
+    SyncEngine& engine;
+    ~RecordEnd() {
+      ++engine.pendingRecords_;
+      if (engine.pendingRecords_ >= kRecordsPerCommit ||
+          std::chrono::steady_clock::now() - engine.pendingSince_ >= kCommitInterval)
+        engine.commitRecords();
+    }
+  } recordEnd{*this};
   struct WriteGroup {
     DatabaseService* db;
     explicit WriteGroup(DatabaseService* d) : db(d) {
@@ -182,6 +200,17 @@ void SyncEngine::syncRecord(const std::string& stage, const std::function<SyncOu
     case SyncOutcome::Skipped:
       ++counters.skipped;
       break;
+  }
+}
+
+void SyncEngine::commitRecords() {
+  if (pendingGroup_ == nullptr) return;
+  DatabaseService* db = pendingGroup_;
+  pendingGroup_ = nullptr;
+  pendingRecords_ = 0;
+  try {
+    db->endWriteGroup();
+  } catch (...) {
   }
 }
 

@@ -6,12 +6,15 @@
 // tables, statements, field maps and words.
 //
 // Every source record is synchronised inside one write group of the practice database: its
-// target rows, satellites, summaries and its cross-reference row are committed together when
-// the record ends, also when it ends by a failure. A written record stays written (nothing
-// spans more than one record), and a process killed during a record leaves none of it, so a
-// re-run finds each record either complete with its cross-reference or not at all.
+// target rows, satellites, summaries and its cross-reference row are committed together,
+// also when the record ends by a failure, so a process killed during a record leaves none of
+// it and a re-run finds each record either complete with its cross-reference or not at all.
+// Consecutive records of a stage share an outer group of at most kRecordsPerCommit records
+// or kCommitInterval, because a commit per record would cost more than the record; groups
+// nest, the outer one commits whole records only, and no group outlives its stage.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -116,6 +119,24 @@ class SyncEngine {
   // on with the next record).
   void syncRecord(const std::string& stage, const std::function<SyncOutcome()>& body);
 
+  // Held by each stage for its whole run: commits the records of the stage still pending when
+  // the stage ends, however it ends.
+  class StageCommit {
+   public:
+    explicit StageCommit(SyncEngine& engine) : engine_(engine) {}
+    ~StageCommit() { engine_.commitRecords(); }
+    StageCommit(const StageCommit&) = delete;
+    StageCommit& operator=(const StageCommit&) = delete;
+
+   private:
+    SyncEngine& engine_;
+  };
+  // Commits the whole records written since the last commit.
+  void commitRecords();
+
+  static constexpr long kRecordsPerCommit = 250;
+  static constexpr std::chrono::milliseconds kCommitInterval{200};
+
 
   std::unique_ptr<DatabaseService> source_;
 
@@ -135,6 +156,10 @@ class SyncEngine {
   // record of the run, after its target rows are written and before its cross-reference is.
   long killAtRecord_ = 0;
   long recordsStarted_ = 0;
+  // The outer write group of the records not committed yet.
+  DatabaseService* pendingGroup_ = nullptr;
+  long pendingRecords_ = 0;
+  std::chrono::steady_clock::time_point pendingSince_;
 };
 
 }  // namespace lf

@@ -138,6 +138,7 @@ void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts,
 // --- Staff ------------------------------------------------------------------------------------
 
 void clsImportTPSInformation::importTPSUsers() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSUsers", [&] {
     if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
     DatabaseService& source = *sourceDatabase();
@@ -202,6 +203,7 @@ long clsImportTPSInformation::createNewTPSEmployeeAsEmployeeInLedgerfolio(
 // --- Invoice paragraphs and work codes ------------------------------------------------------
 
 void clsImportTPSInformation::importTPSInvoiceParagraphs() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSInvoiceParagraphs", [&] {
     if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
     DatabaseService& source = *sourceDatabase();
@@ -256,6 +258,7 @@ long clsImportTPSInformation::createNewTPSParagraphAsInvoiceItemInLedgerfolio(
 }
 
 void clsImportTPSInformation::importTPSWorkCodes() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSWorkCodes", [&] {
     if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
     DatabaseService& source = *sourceDatabase();
@@ -419,6 +422,7 @@ long clsImportTPSInformation::getContactIDFromTPSContactID(const std::string& tp
 }
 
 void clsImportTPSInformation::importTPSBusinessClients() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSBusinessClients", [&] {
     for (const std::string& key : keysOf(options_.companyCollection)) {
       if (G::isBlank(key)) continue;
@@ -466,6 +470,7 @@ void clsImportTPSInformation::importTPSBusinessClients() {
 }
 
 void clsImportTPSInformation::importTPSPersonalClients() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSPersonalClients", [&] {
     long year = currentPersonalYear();
     const long category = dropDown() != nullptr ? dropDown()->getCategoryForYear(year, "") : -1;
@@ -771,6 +776,7 @@ void clsImportTPSInformation::clientOfSourceRow(const std::string& tpsClientID, 
 // --- Invoices and deposits --------------------------------------------------------------------
 
 void clsImportTPSInformation::importTPSInvoices() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSInvoices", [&] {
     if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
     DatabaseService& source = *sourceDatabase();
@@ -886,6 +892,7 @@ void clsImportTPSInformation::adjustInvoiceAmount(long invoiceID, double adjustm
 }
 
 void clsImportTPSInformation::importTPSDeposits() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSDeposits", [&] {
     if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
     DatabaseService& source = *sourceDatabase();
@@ -972,6 +979,7 @@ long clsImportTPSInformation::createNewTPSDepositAsDepositInLedgerfolio(
 // --- Time entries -----------------------------------------------------------------------------
 
 void clsImportTPSInformation::importTPSTimeEntries() {
+  StageCommit commit(*this);
   procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSTimeEntries", [&] {
     if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
     DatabaseService& source = *sourceDatabase();
