@@ -329,6 +329,10 @@ Schema buildPracticeSchema() {
       .texts({"FamilyRelationship"})
       .bools({"IsPersonalTaxCategory", "DefaultContact"})
       .index({"ContactIDNum"})
+      // A contact's link to one category or company is found by both: without the pair the
+      // search walks every link of the category (the address book holds most contacts).
+      .index({"ContactIDNum", "CategoryNum"})
+      .index({"ContactIDNum", "CompanyNum"})
       .index({"CompanyNum"})
       .index({"CategoryNum"})
       .index({"ContactNum"});
