@@ -1,0 +1,102 @@
+// The lfimport program end to end: commands, their output and their exit codes.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CommandRun {
+  int exitCode = -1;
+  std::string out;
+};
+
+// Runs lfimport with the arguments (already quoted for the shell); stderr is discarded.
+CommandRun lfimport(const std::string& arguments) {
+  std::string command = std::string(LF_BINARY_DIR) + "/lfimport " + arguments + " 2>/dev/null";
+  CommandRun run;
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return run;
+  std::array<char, 4096> buffer{};
+  size_t n;
+  while ((n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0) run.out.append(buffer.data(), n);
+  int status = pclose(pipe);
+  run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return run;
+}
+
+class LfimportProgram : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder = fs::path(::testing::TempDir()) / ("lfimport_cli_" + std::to_string(::getpid()));
+    fs::create_directories(folder);
+    practice = (folder / "practice.db").string();
+  }
+  void TearDown() override { fs::remove_all(folder); }
+  fs::path folder;
+  std::string practice;
+};
+
+TEST_F(LfimportProgram, HelpListsTheCommands) {
+  CommandRun help = lfimport("--help");
+  EXPECT_EQ(help.exitCode, 0);
+  for (const char* command :
+       {"init", "info", "parse", "summary", "fields", "check-template", "merge", "calendar-text"})
+    EXPECT_NE(help.out.find(command), std::string::npos) << command;
+}
+
+TEST_F(LfimportProgram, InitCreatesOnceAndRefusesToOverwrite) {
+  EXPECT_EQ(lfimport("init '" + practice + "' --country us --province 0").exitCode, 0);
+  EXPECT_NE(lfimport("init '" + practice + "'").exitCode, 0);
+  CommandRun info = lfimport("info '" + practice + "'");
+  ASSERT_EQ(info.exitCode, 0);
+  auto json = nlohmann::json::parse(info.out);
+  EXPECT_EQ(json["rows"]["AccountantFirmInfo"], 1);
+  EXPECT_EQ(json["settings"]["CountryMode"], "2");
+  EXPECT_NE(lfimport("info '" + (folder / "missing.db").string() + "'").exitCode, 0);
+}
+
+TEST_F(LfimportProgram, ParseNameAndAddressPrintTheDocumentedFields) {
+  CommandRun name = lfimport("parse name 'Mr. John Smith & Mrs. Mary Smith'");
+  ASSERT_EQ(name.exitCode, 0);
+  auto n = nlohmann::json::parse(name.out);
+  EXPECT_EQ(n["NamePrefix"], "Mr.");
+  EXPECT_EQ(n["FirstName"], "John");
+  EXPECT_EQ(n["LastName"], "Smith");
+  EXPECT_EQ(n["SpouseNamePrefix"], "Mrs.");
+  EXPECT_EQ(n["SpouseFirstName"], "Mary");
+  EXPECT_EQ(n["SpouseName"], "Mary Smith");
+  CommandRun address = lfimport("parse address '123 Main St, Toronto, ON M5V1A1'");
+  ASSERT_EQ(address.exitCode, 0);
+  auto a = nlohmann::json::parse(address.out);
+  EXPECT_EQ(a.size(), 13u);
+  EXPECT_EQ(a["Street"], "123 MAIN ST");
+  EXPECT_EQ(a["City"], "TORONTO");
+  EXPECT_EQ(a["Province"], "ON");
+  EXPECT_EQ(a["PostalCode"], "M5V1A1");
+}
+
+TEST_F(LfimportProgram, MergeAndSummaryFailClearlyOnUnknownInput) {
+  ASSERT_EQ(lfimport("init '" + practice + "'").exitCode, 0);
+  EXPECT_NE(
+      lfimport("summary --practice '" + practice + "' --contact 999 --kind personal").exitCode, 0);
+  EXPECT_NE(lfimport("merge --practice '" + (folder / "none.db").string() + "' --text x").exitCode,
+            0);
+  CommandRun firm = lfimport("merge --practice '" + practice +
+                             "' --firm 1 --text '\xC2\xABYour Company Name\xC2\xBB'");
+  EXPECT_EQ(firm.exitCode, 0);
+  EXPECT_NE(firm.out.find("Maple Ridge Accounting"), std::string::npos);
+  // A template fault is reported, not an error of the program.
+  CommandRun check = lfimport("check-template --text '\xC2\xABNo Such Field\xC2\xBB'");
+  EXPECT_EQ(check.exitCode, 0);
+  EXPECT_EQ(nlohmann::json::parse(check.out)["fault"], true);
+}
+
+}  // namespace
