@@ -145,6 +145,7 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
 
     auto practice = std::make_unique<lf::SqliteDatabase>();
     practice->setDatabasePath(practicePath);
+    practice->setWriteAheadLog(true);
     practice->connect(2);
     lf::PracticeLocale locale(*practice);
     lf::PracticeClientDropDown dropDown(*practice);

@@ -44,6 +44,7 @@ std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path) {
                              "' does not exist (create one with lfimport init)");
   auto db = std::make_unique<SqliteDatabase>();
   db->setDatabasePath(path);
+  db->setWriteAheadLog(true);
   db->connect(2);
   if (!db->isOpen() || !db->hasTable("Companies") || !db->hasTable("HostSettings"))
     throw std::runtime_error("'" + path + "' is not a Ledgerfolio practice database");

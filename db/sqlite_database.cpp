@@ -243,6 +243,7 @@ struct Shape {
   std::vector<Column> columns;  // visible columns
   size_t slotCount = 0;         // rowid columns after them
   NameMap<int> byName;
+  NameMap<std::vector<int>> byOrigin;  // "table.column" of the origin: the visible columns
   sqlite3_stmt* stmt = nullptr;
   ~Shape() { sqlite3_finalize(stmt); }
 };
@@ -307,6 +308,7 @@ struct SqliteDatabase::Impl {
   sqlite3* db = nullptr;
   std::string path;
   bool bulk = false;
+  bool writeAheadLog = false;
   std::int32_t nextHandle = 1;
   std::unordered_map<std::int32_t, std::unique_ptr<Recordset>> recordsets;
   std::unordered_map<std::string, sqlite3_stmt*> statements;
@@ -356,11 +358,14 @@ struct SqliteDatabase::Impl {
   }
 
   void configure() {
-    exec("PRAGMA journal_mode=WAL;");
-    exec("PRAGMA synchronous=NORMAL;");
+    if (writeAheadLog) {
+      exec("PRAGMA locking_mode=EXCLUSIVE;");
+      exec("PRAGMA journal_mode=WAL;");
+      exec("PRAGMA synchronous=NORMAL;");
+      // Each source record commits on its own: checkpoint seldom.
+      exec("PRAGMA wal_autocheckpoint=100000;");
+    }
     exec("PRAGMA foreign_keys=OFF;");
-    // Each source record commits on its own: checkpoint seldom, keep the hot pages cached.
-    exec("PRAGMA wal_autocheckpoint=10000;");
     exec("PRAGMA cache_size=-65536;");
     // Reading the schema proves that the file is a database.
     exec("SELECT count(*) FROM sqlite_master;");
@@ -563,6 +568,8 @@ struct SqliteDatabase::Impl {
           break;
         }
       shape->byName.emplace(c.name, static_cast<int>(i));
+      if (c.slot >= 0 && !c.origin.empty())
+        shape->byOrigin[c.table + "." + c.origin].push_back(static_cast<int>(i));
       if (!c.table.empty()) shape->byName.emplace(c.table + "." + c.name, static_cast<int>(i));
       shape->columns.push_back(std::move(c));
     }
@@ -786,27 +793,25 @@ struct SqliteDatabase::Impl {
   // A written value reaches every open recordset that holds the same row and column.
   void propagate(const std::string& table, std::int64_t rowid, const std::string& column,
                  const Variant& value) {
+    const std::string origin = table + "." + column;
     for (auto& [handle, owned] : recordsets) {
       Recordset& r = *owned;
       if (!r.hasRowids()) continue;
+      auto columns = r.shape->byOrigin.find(origin);
+      if (columns == r.shape->byOrigin.end()) continue;
       if (!r.loaded) {  // reads fresh values when it loads; only its added row is held
         if (!r.onAddedRow || !r.addedRow || r.addedRowid != rowid) continue;
-        for (size_t c = 0; c < r.columns.size(); ++c) {
-          const Column& col = r.columns[c];
-          if (col.slot == 0 && sameName(col.table, table) && sameName(col.origin, column))
-            r.addedRow->set(c, value);
-        }
+        for (int c : columns->second)
+          if (r.columns[static_cast<size_t>(c)].slot == 0)
+            r.addedRow->set(static_cast<size_t>(c), value);
         continue;
       }
-      for (size_t c = 0; c < r.columns.size(); ++c) {
-        const Column& col = r.columns[c];
-        // Compared without building upper-case copies: this runs for every column of every
-        // open recordset on each write.
-        if (col.slot < 0 || !sameName(col.table, table) || !sameName(col.origin, column)) continue;
+      for (int c : columns->second) {
+        const Column& col = r.columns[static_cast<size_t>(c)];
         buildRowidMaps(r);
         auto found = r.rowidMaps[static_cast<size_t>(col.slot)].find(rowid);
         if (found != r.rowidMaps[static_cast<size_t>(col.slot)].end())
-          changeCell(r, found->second, static_cast<int>(c), value);
+          changeCell(r, found->second, c, value);
       }
     }
   }
@@ -877,6 +882,7 @@ void SqliteDatabase::createNew(std::string_view path) {
         "' already exists; a new practice database is never written over an existing file.");
   close();
   impl_->path = p;
+  impl_->writeAheadLog = true;  // a new database is a practice database
   if (sqlite3_open_v2(p.c_str(), &impl_->db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) !=
       SQLITE_OK) {
     std::string message = impl_->db ? sqlite3_errmsg(impl_->db) : "cannot create";
@@ -884,6 +890,10 @@ void SqliteDatabase::createNew(std::string_view path) {
     throw DatabaseFailure("Cannot create '" + p + "': " + message);
   }
   impl_->configure();
+}
+
+void SqliteDatabase::setWriteAheadLog(bool on) {
+  impl_->writeAheadLog = on;
 }
 
 void SqliteDatabase::executeStatement(std::string_view accessSql) {

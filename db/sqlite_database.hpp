@@ -28,6 +28,9 @@ class SqliteDatabase : public DatabaseService {
   // Creates a new, empty database file (refuses an existing one) and connects to it.
   // ":memory:" gives a private in-memory database.
   void createNew(std::string_view path);
+  // The practice database runs in write-ahead-log mode; a source database is left in the
+  // journal mode it has, so that opening an export never changes the file. Set before connect.
+  void setWriteAheadLog(bool on);
   // Runs one statement that returns no rows (schema and seed statements).
   void executeStatement(std::string_view accessSql);
   // True when the connection holds a table of that name.
