@@ -194,9 +194,14 @@ std::string compareKey(const Variant& v) {
     case Kind::Null:
       return std::string("\x01null", 5);
     case Kind::Integer:
-    case Kind::Double:
-      std::snprintf(buf, sizeof buf, "n%.15g", v.toDouble());
+      return "n" + std::to_string(v.toLong());
+    case Kind::Double: {
+      double d = v.toDouble();
+      if (d == std::floor(d) && std::fabs(d) < 9.0e15)
+        return "n" + std::to_string(static_cast<std::int64_t>(d));
+      std::snprintf(buf, sizeof buf, "n%.15g", d);
       return buf;
+    }
     case Kind::Boolean:
       return v.toBool() ? "n-1" : "n0";
     case Kind::Date:
@@ -668,6 +673,9 @@ struct SqliteDatabase::Impl {
                  const std::vector<std::pair<std::string, Variant>>& values) {
     const TableInfo& info = tableInfo(r.translated.tables[0].table);
     if (!info.literalDefaults) return readBack(r, rowid);
+    NameMap<const Variant*> written;
+    written.reserve(values.size());
+    for (const auto& [name, value] : values) written[name] = &value;
     Row row;
     row.cells.resize(r.columns.size() + r.slotCount);
     for (size_t c = 0; c < r.columns.size(); ++c) {
@@ -677,10 +685,9 @@ struct SqliteDatabase::Impl {
         row.set(c, Variant::integer(rowid));
         continue;
       }
-      auto given = std::find_if(values.begin(), values.end(),
-                                [&](const auto& v) { return sameName(v.first, col.origin); });
-      if (given != values.end()) {
-        row.set(c, given->second);
+      auto given = written.find(col.origin);
+      if (given != written.end()) {
+        row.set(c, *given->second);
         continue;
       }
       auto fallback = info.defaults.find(col.origin);
@@ -1173,18 +1180,18 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   r.adding = false;
   const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
   std::vector<std::pair<std::string, Variant>> values;
+  NameMap<size_t> positions;  // a column written twice keeps its last value
   bool keyGiven = false;
   for (auto& [c, text] : r.pending) {
     const Column& col = r.columns[static_cast<size_t>(c)];
     auto ci = info.columns.find(col.origin);
     Variant v =
         convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, text, col.name);
-    auto same = std::find_if(values.begin(), values.end(),
-                             [&](auto& p) { return sameName(p.first, col.origin); });
-    if (same != values.end())
-      same->second = v;
-    else
+    auto [slot, added] = positions.emplace(col.origin, values.size());
+    if (added)
       values.emplace_back(col.origin, v);
+    else
+      values[slot->second].second = v;
     if (!info.rowidAlias.empty() && sameName(col.origin, info.rowidAlias)) keyGiven = true;
   }
   if (r.hasReservedKey && !keyGiven)
