@@ -30,6 +30,17 @@
 namespace lf {
 namespace {
 
+// Mode 3 of a duplicate finder: the user is shown the likely matches and may take one.
+void askForChosenMatch(DuplicateFinder& finder, long& result, bool& isNew) {
+  finder.setDuplicateCheckEnabled(true);
+  finder.setSearchMode(3);
+  finder.runSearch();
+  if (finder.hasChosenMatch()) {
+    result = finder.getChosenMatchID();
+    isNew = false;
+  }
+}
+
 namespace rec = syncrecords;
 using G = GeneralUtilities;
 
@@ -91,8 +102,8 @@ SyncOutcome outcomeOf(long known, long result) {
 }
 
 // The person fields of a source contact (staff members and contacts of business clients).
-void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts,
-                              DatabaseService& db, std::int32_t target) {
+void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts, DatabaseService& db,
+                              std::int32_t target) {
   auto src = [&](std::string_view f) { return SyncEngine::readText(source, rsContacts, f); };
   putField(db, target, "NamePrefix", src("Title"));
   const std::string nick = src("NickName"), first = src("FirstName"), last = src("LastName");
@@ -125,10 +136,9 @@ void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts,
   std::string note;
   if (!src("Profession").empty()) addNoteItem(note, "3rd Email Address: " + src("Profession"));
   if (!e3.empty()) addNoteItem(note, "3rd Email Address: " + e3);
-  const std::string other =
-      rec::createAddress(src("OtherAddressStreet"), src("OtherAddressCity"),
-                         src("OtherAddressState"), src("OtherAddressPostalCode"),
-                         src("OtherAddressCountry"));
+  const std::string other = rec::createAddress(
+      src("OtherAddressStreet"), src("OtherAddressCity"), src("OtherAddressState"),
+      src("OtherAddressPostalCode"), src("OtherAddressCountry"));
   if (!other.empty()) addNoteItem(note, std::string("TPS Other Address:") + kCrLf + other);
   (void)note;
 }
@@ -149,7 +159,8 @@ void clsImportTPSInformation::importTPSUsers() {
         if (id.empty()) return SyncOutcome::Skipped;
         const long known = xref_.getEmployeeIDFromTPSEmployeeID(id);
         // Staff details are brought across on every run, whatever importOnlyNewEntries says.
-        const long employee = createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID_, known);
+        const long employee =
+            createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID_, known);
         beforeCrossReference();
         xref_.saveEmployeeIDAndTPSEmployeeID(employee, id);
         anyDone = true;
@@ -164,39 +175,39 @@ void clsImportTPSInformation::importTPSUsers() {
 long clsImportTPSInformation::createNewTPSEmployeeAsEmployeeInLedgerfolio(
     const std::string& /*tpsEmployeeID*/, long firmID, long employeeID) {
   long result = employeeID;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSEmployeeAsEmployeeInLedgerfolio",
-            [&] {
-              if (!practiceOpen() || !options_.useTPSDatabase) return;
-              DatabaseService& source = *sourceDatabase();
-              DatabaseService& db = practice();
-              const std::string contactID = readText(source, rsEmployees, "ContactID");
-              const bool hasContact =
-                  !contactID.empty() && source.findRecord(rsContacts, "ContactID", contactID);
-              const std::string name = readText(source, rsEmployees, "LoginName");
+  procedure(
+      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSEmployeeAsEmployeeInLedgerfolio", [&] {
+        if (!practiceOpen() || !options_.useTPSDatabase) return;
+        DatabaseService& source = *sourceDatabase();
+        DatabaseService& db = practice();
+        const std::string contactID = readText(source, rsEmployees, "ContactID");
+        const bool hasContact =
+            !contactID.empty() && source.findRecord(rsContacts, "ContactID", contactID);
+        const std::string name = readText(source, rsEmployees, "LoginName");
 
-              bool found = false;
-              if (employeeID > 0)
-                found = db.findRecord(rsAccountantEmployeeInfo, "ContactID", idText(employeeID));
-              if (!found) {
-                const std::string type = G::upperCase(readText(source, rsEmployees, "EmployeeType"));
-                const long kind =
-                    (type == "OWNER" || type == "PARTNER" || type == "PRESIDENT" || type == "CEO")
-                        ? 1
-                        : 2;
-                result = rec::addAccountantEmployee(name, firmID, kind);
-              }
-              RowAccess row(db, rsAccountantEmployeeInfo, "ContactID", result,
-                            "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE "
-                            "ContactID=" + idText(result) + ";");
-              if (!row.found()) return;
-              if (validCompanyID(firmID)) db.setField(row, "CompanyNum", idText(firmID));
-              putField(db, row, "UserName", readText(source, rsEmployees, "LoginName"));
-              putField(db, row, "EmployeeType", readText(source, rsEmployees, "EmployeeType"));
-              putField(db, row, "SocialInsuranceNumber", readText(source, rsEmployees, "SIN"));
-              if (hasContact) writeSourceContactFields(source, rsContacts, db, row);
-              rec::saveEmployeeBusinessRTF(result);
-              rec::saveEmployeePersonalRTF(result);
-            });
+        bool found = false;
+        if (employeeID > 0)
+          found = db.findRecord(rsAccountantEmployeeInfo, "ContactID", idText(employeeID));
+        if (!found) {
+          const std::string type = G::upperCase(readText(source, rsEmployees, "EmployeeType"));
+          const long kind =
+              (type == "OWNER" || type == "PARTNER" || type == "PRESIDENT" || type == "CEO") ? 1
+                                                                                             : 2;
+          result = rec::addAccountantEmployee(name, firmID, kind);
+        }
+        RowAccess row(db, rsAccountantEmployeeInfo, "ContactID", result,
+                      "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE "
+                      "ContactID=" +
+                          idText(result) + ";");
+        if (!row.found()) return;
+        if (validCompanyID(firmID)) db.setField(row, "CompanyNum", idText(firmID));
+        putField(db, row, "UserName", readText(source, rsEmployees, "LoginName"));
+        putField(db, row, "EmployeeType", readText(source, rsEmployees, "EmployeeType"));
+        putField(db, row, "SocialInsuranceNumber", readText(source, rsEmployees, "SIN"));
+        if (hasContact) writeSourceContactFields(source, rsContacts, db, row);
+        rec::saveEmployeeBusinessRTF(result);
+        rec::saveEmployeePersonalRTF(result);
+      });
   return result;
 }
 
@@ -244,7 +255,8 @@ long clsImportTPSInformation::createNewTPSParagraphAsInvoiceItemInLedgerfolio(
         } else {
           db.addNewRecord(rsCustomInvoiceDockets);
           db.setNewField(rsCustomInvoiceDockets, "CustomItemName", code);
-          key = static_cast<long>(db.getField(rsCustomInvoiceDockets, "CustomInvoiceDocketID").toLong());
+          key = static_cast<long>(
+              db.getField(rsCustomInvoiceDockets, "CustomInvoiceDocketID").toLong());
           db.updateRecord(rsCustomInvoiceDockets);
         }
         result = key;
@@ -345,13 +357,7 @@ long clsImportTPSInformation::getCompanyIDFromTPSClientID(const std::string& tps
         return;
       }
     }
-    finder.setDuplicateCheckEnabled(true);
-    finder.setSearchMode(3);
-    finder.runSearch();
-    if (finder.hasChosenMatch()) {
-      result = finder.getChosenMatchID();
-      isNew = false;
-    }
+    askForChosenMatch(finder, result, isNew);
   });
   return result;
 }
@@ -377,13 +383,7 @@ long clsImportTPSInformation::getContactIDFromTPSClientID(const std::string& tps
       if (!name.empty()) finder.setDisplayName(name);
       if (!code.empty()) finder.setClientCode(code);
     }
-    finder.setDuplicateCheckEnabled(true);
-    finder.setSearchMode(3);
-    finder.runSearch();
-    if (finder.hasChosenMatch()) {
-      result = finder.getChosenMatchID();
-      isNew = false;
-    }
+    askForChosenMatch(finder, result, isNew);
   });
   return result;
 }
@@ -410,13 +410,7 @@ long clsImportTPSInformation::getContactIDFromTPSContactID(const std::string& tp
       if (!last.empty()) finder.setLastName(last);
       finder.setDisplayName(joinPresent({first, last}));
     }
-    finder.setDuplicateCheckEnabled(true);
-    finder.setSearchMode(3);
-    finder.runSearch();
-    if (finder.hasChosenMatch()) {
-      result = finder.getChosenMatchID();
-      isNew = false;
-    }
+    askForChosenMatch(finder, result, isNew);
   });
   return result;
 }
@@ -496,233 +490,250 @@ void clsImportTPSInformation::importTPSPersonalClients() {
 long clsImportTPSInformation::createNewTPSClientAsCompanyInLedgerfolio(
     const std::string& tpsClientID, long companyID) {
   long result = -1;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsCompanyInLedgerfolio",
-            [&] {
-    if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    DatabaseService& db = practice();
-    if (!source.findRecord(rsClients, "ClientID", tpsClientID)) return;
-    auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
-    std::string name = src("Name");
-    if (name.empty()) name = src("PrintAs");
-    if (name.empty()) return;
+  procedure(
+      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsCompanyInLedgerfolio", [&] {
+        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
+        DatabaseService& source = *sourceDatabase();
+        DatabaseService& db = practice();
+        if (!source.findRecord(rsClients, "ClientID", tpsClientID)) return;
+        auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
+        std::string name = src("Name");
+        if (name.empty()) name = src("PrintAs");
+        if (name.empty()) return;
 
-    long company = -1;
-    if (companyID > 0) {
-      RowAccess existing(db, rsCompanies, "CompanyID", companyID,
-                         "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(companyID) + ";");
-      if (existing.found()) company = companyID;
-    }
-    if (company == -1) company = getCompanyIDFromClientDataID(rec::addNewClientDataEntry());
+        long company = -1;
+        if (companyID > 0) {
+          RowAccess existing(
+              db, rsCompanies, "CompanyID", companyID,
+              "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(companyID) + ";");
+          if (existing.found()) company = companyID;
+        }
+        if (company == -1) company = getCompanyIDFromClientDataID(rec::addNewClientDataEntry());
 
-    long category = options_.importCategory;
-    if (!validCategoryID(category) && dropDown() != nullptr)
-      category = dropDown()->getCurrentCategoryID();
+        long category = options_.importCategory;
+        if (!validCategoryID(category) && dropDown() != nullptr)
+          category = dropDown()->getCurrentCategoryID();
 
-    RowAccess row(db, rsCompanies, "CompanyID", company,
-                  "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(company) + ";");
-    if (row.found()) {
-      db.setField(row, "CategoryNum", idText(category));
-      db.setField(row, "CompanyName", name);
-      const std::string upper = G::upperCase(name);
-      auto holds = [&](const char* word) { return upper.find(word) != std::string::npos; };
-      if (holds(" LTD") || holds(" INC") || holds(" CORP") || holds(" LLC"))
-        db.setField(row, "CompanyType", "1");
-      else if (holds(" LLP"))
-        db.setField(row, "CompanyType", "2");
-      putField(db, row, "IndustryType", src("Industry"));
-      putField(db, row, "ClientID", src("ClientCode"));
-      putField(db, row, "Address", src("Street1"));
-      putField(db, row, "City", src("City1"));
-      putField(db, row, "Province", src("State1"));
-      putField(db, row, "PostalCode", src("Zip1"));
-      putField(db, row, "Country", src("Country1"));
-      putField(db, row, "OfficeNumber", composeTelephone(src("AreaCode1"), src("Phone1"), src("Ext1")));
-      putField(db, row, "FaxNumber", composeTelephone(src("AreaCodeFax"), src("Fax"), src("ExtFax")));
-      std::string e1 = src("Email"), e2 = src("Email2"), e3;
-      sortEmailAddresses(e1, e2, e3);
-      putField(db, row, "Email", e1);
-      putField(db, row, "WebSite", src("WebPage"));
+        RowAccess row(db, rsCompanies, "CompanyID", company,
+                      "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(company) + ";");
+        if (row.found()) {
+          db.setField(row, "CategoryNum", idText(category));
+          db.setField(row, "CompanyName", name);
+          const std::string upper = G::upperCase(name);
+          auto holds = [&](const char* word) { return upper.find(word) != std::string::npos; };
+          if (holds(" LTD") || holds(" INC") || holds(" CORP") || holds(" LLC"))
+            db.setField(row, "CompanyType", "1");
+          else if (holds(" LLP"))
+            db.setField(row, "CompanyType", "2");
+          putField(db, row, "IndustryType", src("Industry"));
+          putField(db, row, "ClientID", src("ClientCode"));
+          putField(db, row, "Address", src("Street1"));
+          putField(db, row, "City", src("City1"));
+          putField(db, row, "Province", src("State1"));
+          putField(db, row, "PostalCode", src("Zip1"));
+          putField(db, row, "Country", src("Country1"));
+          putField(db, row, "OfficeNumber",
+                   composeTelephone(src("AreaCode1"), src("Phone1"), src("Ext1")));
+          putField(db, row, "FaxNumber",
+                   composeTelephone(src("AreaCodeFax"), src("Fax"), src("ExtFax")));
+          std::string e1 = src("Email"), e2 = src("Email2"), e3;
+          sortEmailAddresses(e1, e2, e3);
+          putField(db, row, "Email", e1);
+          putField(db, row, "WebSite", src("WebPage"));
 
-      std::string note;
-      const std::string second =
-          rec::createAddress(src("Street2"), src("City2"), src("State2"), src("Zip2"), src("Country2"));
-      if (!second.empty()) addNoteItem(note, std::string("TPS 2nd Address:") + kCrLf + second);
-      const std::string phone2 = composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2"));
-      const std::string phone3 = composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3"));
-      const std::string phone4 = composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4"));
-      if (!phone2.empty()) addNoteItem(note, "TPS 2nd Phone Number: " + phone2);
-      // Intended: "3nd" and "4nd" are the note's own words.
-      if (!phone3.empty()) addNoteItem(note, "TPS 3nd Phone Number: " + phone3);
-      if (!phone4.empty()) addNoteItem(note, "TPS 4nd Phone Number: " + phone4);
-      if (!e2.empty()) addNoteItem(note, "2nd Email Address: " + e2);
+          std::string note;
+          const std::string second = rec::createAddress(src("Street2"), src("City2"), src("State2"),
+                                                        src("Zip2"), src("Country2"));
+          if (!second.empty()) addNoteItem(note, std::string("TPS 2nd Address:") + kCrLf + second);
+          const std::string phone2 = composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2"));
+          const std::string phone3 = composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3"));
+          const std::string phone4 = composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4"));
+          if (!phone2.empty()) addNoteItem(note, "TPS 2nd Phone Number: " + phone2);
+          // Intended: "3nd" and "4nd" are the note's own words.
+          if (!phone3.empty()) addNoteItem(note, "TPS 3nd Phone Number: " + phone3);
+          if (!phone4.empty()) addNoteItem(note, "TPS 4nd Phone Number: " + phone4);
+          if (!e2.empty()) addNoteItem(note, "2nd Email Address: " + e2);
 
-      // The client-data block: registration numbers, year end, provincial number, status.
-      const bool needsRecord =
-          dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord;
-      std::string businessNumber, corporationNumber, suffix;
-      bool valid = false;
-      if (!src("BusinessNum").empty())
-        businessNumber = G::parseBusinessNumber(G::trim(src("BusinessNum")), suffix, valid);
-      else if (!src("CorporationNum").empty())
-        corporationNumber = G::parseCorporationNumber(G::trim(src("CorporationNum")));
-      if (!corporationNumber.empty())
-        businessNumber = G::parseBusinessNumber(corporationNumber, suffix, valid);
-      const std::string yearEnd = src("YearEnd");
-      const std::string yearEndDate = validDateText(yearEnd);
-      const std::string inActive = src("InActive");
-      const bool inactive = !inActive.empty() && readBool(source, rsClients, "InActive");
-      if (needsRecord) {
-        // Intended: the suffixes are added whether or not there is a business number.
-        std::string gst, payroll;
-        if (gst.empty()) gst = businessNumber + " RT0001";
-        payroll = businessNumber + " RP0001";
-        if (corporationNumber.empty()) corporationNumber = businessNumber + " RC0001";
-        const long clientData = rec::addNewClientDataEntryForExistingCompany(company);
-        if (validClientID(clientData)) {
-          RowAccess data(db, rsMainBusinessList, "ClientDataID", clientData,
-                         getMainBusinessSQLString(false, 3, clientData));
-          if (data.found()) {
-            putField(db, data, "BusinessNumber", businessNumber);
-            putField(db, data, "GSTNumber", gst);
-            putField(db, data, "PayrollNumber", payroll);
-            putField(db, data, "FederalCorpNumber", corporationNumber);
-            putField(db, data, "YearEndDate", yearEndDate);
-            putField(db, data, "ONCorpNumber", src("ProvTaxNum"));
-            if (!inActive.empty()) db.setField(data, "ActiveStatus", inactive ? "2" : "1");
+          // The client-data block: registration numbers, year end, provincial number, status.
+          const bool needsRecord =
+              dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord;
+          std::string businessNumber, corporationNumber, suffix;
+          bool valid = false;
+          if (!src("BusinessNum").empty())
+            businessNumber = G::parseBusinessNumber(G::trim(src("BusinessNum")), suffix, valid);
+          else if (!src("CorporationNum").empty())
+            corporationNumber = G::parseCorporationNumber(G::trim(src("CorporationNum")));
+          if (!corporationNumber.empty())
+            businessNumber = G::parseBusinessNumber(corporationNumber, suffix, valid);
+          const std::string yearEnd = src("YearEnd");
+          const std::string yearEndDate = validDateText(yearEnd);
+          const std::string inActive = src("InActive");
+          const bool inactive = !inActive.empty() && readBool(source, rsClients, "InActive");
+          if (needsRecord) {
+            // Intended: the suffixes are added whether or not there is a business number.
+            std::string gst, payroll;
+            if (gst.empty()) gst = businessNumber + " RT0001";
+            payroll = businessNumber + " RP0001";
+            if (corporationNumber.empty()) corporationNumber = businessNumber + " RC0001";
+            const long clientData = rec::addNewClientDataEntryForExistingCompany(company);
+            if (validClientID(clientData)) {
+              RowAccess data(db, rsMainBusinessList, "ClientDataID", clientData,
+                             getMainBusinessSQLString(false, 3, clientData));
+              if (data.found()) {
+                putField(db, data, "BusinessNumber", businessNumber);
+                putField(db, data, "GSTNumber", gst);
+                putField(db, data, "PayrollNumber", payroll);
+                putField(db, data, "FederalCorpNumber", corporationNumber);
+                putField(db, data, "YearEndDate", yearEndDate);
+                putField(db, data, "ONCorpNumber", src("ProvTaxNum"));
+                if (!inActive.empty()) db.setField(data, "ActiveStatus", inactive ? "2" : "1");
+              }
+            }
+          } else {
+            if (!businessNumber.empty()) addNoteItem(note, "Business Number: " + businessNumber);
+            if (!corporationNumber.empty())
+              addNoteItem(note, "Corporation Number: " + corporationNumber);
+            if (!yearEndDate.empty())
+              addNoteItem(note,
+                          "Year End: " + formatDate(*DateUtilities::parseDateText(G::trim(yearEnd)),
+                                                    "mmm d, yyyy"));
+            if (!src("ProvTaxNum").empty())
+              addNoteItem(note, "Provincial Tax Number: " + src("ProvTaxNum"));
+            if (!inActive.empty())
+              addNoteItem(note, inactive ? "Active Status: InActive" : "Active Status: Active");
+          }
+          if (!src("OtherNum").empty()) addNoteItem(note, "TPS Other Number: " + src("OtherNum"));
+          if (readBool(source, rsClients, "Prospect")) addNoteItem(note, "Prospective Client: Yes");
+          if (!G::isBlank(note)) {
+            RowAccess notes(
+                db, rsCompaniesNotes, "CompanyNum", company,
+                "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes "
+                "WHERE CompanyNum=" +
+                    idText(company) + ";");
+            if (notes.found()) db.setField(notes, "Notes", rec::convertToRTF(note));
           }
         }
-      } else {
-        if (!businessNumber.empty()) addNoteItem(note, "Business Number: " + businessNumber);
-        if (!corporationNumber.empty()) addNoteItem(note, "Corporation Number: " + corporationNumber);
-        if (!yearEndDate.empty())
-          addNoteItem(note, "Year End: " + formatDate(*DateUtilities::parseDateText(G::trim(yearEnd)),
-                                                      "mmm d, yyyy"));
-        if (!src("ProvTaxNum").empty()) addNoteItem(note, "Provincial Tax Number: " + src("ProvTaxNum"));
-        if (!inActive.empty())
-          addNoteItem(note, inactive ? "Active Status: InActive" : "Active Status: Active");
-      }
-      if (!src("OtherNum").empty()) addNoteItem(note, "TPS Other Number: " + src("OtherNum"));
-      if (readBool(source, rsClients, "Prospect")) addNoteItem(note, "Prospective Client: Yes");
-      if (!G::isBlank(note)) {
-        RowAccess notes(db, rsCompaniesNotes, "CompanyNum", company,
-                        "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes "
-                        "WHERE CompanyNum=" + idText(company) + ";");
-        if (notes.found()) db.setField(notes, "Notes", rec::convertToRTF(note));
-      }
-    }
-    setProgressCaption(showProgress_, "Synchronizing " + name);
-    refreshData_ = true;
-    result = company;
-  });
+        setProgressCaption(showProgress_, "Synchronizing " + name);
+        refreshData_ = true;
+        result = company;
+      });
   return result;
 }
 
 long clsImportTPSInformation::createNewTPSClientAsContactInLedgerfolio(
     const std::string& tpsClientID, long contactID, long companyID, long categoryID) {
   long result = -1;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsContactInLedgerfolio",
-            [&] {
-    if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    DatabaseService& db = practice();
-    long category = categoryID;
-    if (!validCategoryID(category) && !validCompanyID(companyID)) {
-      if (options_.importOption == 2 && validCategoryID(options_.importCategory)) {
-        category = options_.importCategory;
-      } else if (dropDown() != nullptr) {
-        long year = currentPersonalYear();
-        category = dropDown()->getCategoryForYear(year, "");
-      }
-    }
-    if (!source.findRecord(rsClients, "ClientID", tpsClientID)) return;
-    auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
-    std::string name = joinPresent({src("Title"), src("FirstName"), src("Name")});
-    if (name.empty()) name = src("First");
-    if (name.empty()) return;
-    setProgressCaption(showProgress_, "Synchronizing " + name);
+  procedure(
+      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsContactInLedgerfolio", [&] {
+        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
+        DatabaseService& source = *sourceDatabase();
+        DatabaseService& db = practice();
+        long category = categoryID;
+        if (!validCategoryID(category) && !validCompanyID(companyID)) {
+          if (options_.importOption == 2 && validCategoryID(options_.importCategory)) {
+            category = options_.importCategory;
+          } else if (dropDown() != nullptr) {
+            long year = currentPersonalYear();
+            category = dropDown()->getCategoryForYear(year, "");
+          }
+        }
+        if (!source.findRecord(rsClients, "ClientID", tpsClientID)) return;
+        auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
+        std::string name = joinPresent({src("Title"), src("FirstName"), src("Name")});
+        if (name.empty()) name = src("First");
+        if (name.empty()) return;
+        setProgressCaption(showProgress_, "Synchronizing " + name);
 
-    long contact = -1;
-    if (contactID > 0) {
-      RowAccess existing(db, rsTargetContacts, "ContactID", contactID,
-                         "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
-      if (existing.found()) contact = contactID;
-    }
-    if (contact == -1) contact = rec::addNewContact(name);
-    if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
-    if (validCategoryID(category)) {
-      rec::addContactLink(contact, category, -1);
-      if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
-        rec::addNewPersonalTaxClientForExistingContact(
-            contact, category, currentPersonalYear(), readBool(source, rsClients, "InActive") ? 2 : 1);
-    }
+        long contact = -1;
+        if (contactID > 0) {
+          RowAccess existing(
+              db, rsTargetContacts, "ContactID", contactID,
+              "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
+          if (existing.found()) contact = contactID;
+        }
+        if (contact == -1) contact = rec::addNewContact(name);
+        if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
+        if (validCategoryID(category)) {
+          rec::addContactLink(contact, category, -1);
+          if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
+            rec::addNewPersonalTaxClientForExistingContact(
+                contact, category, currentPersonalYear(),
+                readBool(source, rsClients, "InActive") ? 2 : 1);
+        }
 
-    RowAccess row(db, rsTargetContacts, "ContactID", contact,
-                  "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
-    if (row.found()) {
-      putField(db, row, "ClientID", src("ClientCode"));
-      putField(db, row, "BusinessAddress", src("Street1"));
-      putField(db, row, "BusinessCity", src("City1"));
-      putField(db, row, "BusinessProvince", src("State1"));
-      putField(db, row, "BusinessPostalCode", src("Zip1"));
-      putField(db, row, "BusinessCountry", src("Country1"));
-      putField(db, row, "HomeAddress", src("Street2"));
-      putField(db, row, "HomeCity", src("City2"));
-      putField(db, row, "HomeProvince", src("State2"));
-      putField(db, row, "HomePostalCode", src("Zip2"));
-      putField(db, row, "HomeCountry", src("Country2"));
-      putField(db, row, "BusinessPhone_Main", composeTelephone(src("AreaCode1"), src("Phone1"), src("Ext1")));
-      putField(db, row, "BusinessPhone_Cell", composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2")));
-      putField(db, row, "BusinessPhone_Fax", composeTelephone(src("AreaCodeFax"), src("Fax"), src("ExtFax")));
-      putField(db, row, "HomePhone_Main", composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3")));
-      putField(db, row, "HomePhone_Cell", composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4")));
-      std::string e1 = src("Email"), e2 = src("Email2"), e3;
-      sortEmailAddresses(e1, e2, e3);
-      putField(db, row, "BusinessEmail", e1);
-      putField(db, row, "PersonalEmail", e2);
-      putField(db, row, "BusinessWebSite", src("WebPage"));
-      putField(db, row, "SocialInsuranceNumber", src("SIN"));
-    }
-    rec::saveContactBusinessRTF(contact);
-    rec::saveContactPersonalRTF(contact);
-    rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
-    refreshData_ = true;
-    result = contact;
-  });
+        RowAccess row(db, rsTargetContacts, "ContactID", contact,
+                      "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
+        if (row.found()) {
+          putField(db, row, "ClientID", src("ClientCode"));
+          putField(db, row, "BusinessAddress", src("Street1"));
+          putField(db, row, "BusinessCity", src("City1"));
+          putField(db, row, "BusinessProvince", src("State1"));
+          putField(db, row, "BusinessPostalCode", src("Zip1"));
+          putField(db, row, "BusinessCountry", src("Country1"));
+          putField(db, row, "HomeAddress", src("Street2"));
+          putField(db, row, "HomeCity", src("City2"));
+          putField(db, row, "HomeProvince", src("State2"));
+          putField(db, row, "HomePostalCode", src("Zip2"));
+          putField(db, row, "HomeCountry", src("Country2"));
+          putField(db, row, "BusinessPhone_Main",
+                   composeTelephone(src("AreaCode1"), src("Phone1"), src("Ext1")));
+          putField(db, row, "BusinessPhone_Cell",
+                   composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2")));
+          putField(db, row, "BusinessPhone_Fax",
+                   composeTelephone(src("AreaCodeFax"), src("Fax"), src("ExtFax")));
+          putField(db, row, "HomePhone_Main",
+                   composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3")));
+          putField(db, row, "HomePhone_Cell",
+                   composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4")));
+          std::string e1 = src("Email"), e2 = src("Email2"), e3;
+          sortEmailAddresses(e1, e2, e3);
+          putField(db, row, "BusinessEmail", e1);
+          putField(db, row, "PersonalEmail", e2);
+          putField(db, row, "BusinessWebSite", src("WebPage"));
+          putField(db, row, "SocialInsuranceNumber", src("SIN"));
+        }
+        rec::saveContactBusinessRTF(contact);
+        rec::saveContactPersonalRTF(contact);
+        rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
+        refreshData_ = true;
+        result = contact;
+      });
   return result;
 }
 
 long clsImportTPSInformation::createNewTPSContactAsContactInLedgerfolio(
     const std::string& tpsContactID, long companyID, long contactID) {
   long result = -1;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSContactAsContactInLedgerfolio",
-            [&] {
-    if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    DatabaseService& db = practice();
-    if (!source.findRecord(rsContacts, "ContactID", tpsContactID)) return;
-    const std::string name =
-        joinPresent({readText(source, rsContacts, "FirstName"),
-                     readText(source, rsContacts, "MiddleName"), readText(source, rsContacts, "LastName")});
-    long contact = -1;
-    if (contactID > 0) {
-      RowAccess existing(db, rsTargetContacts, "ContactID", contactID,
-                         "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
-      if (existing.found()) contact = contactID;
-    }
-    if (contact == -1) contact = rec::addNewContact(name);
-    rec::addContactLink(contact, -1, companyID);
-    RowAccess row(db, rsTargetContacts, "ContactID", contact,
-                  "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
-    if (row.found()) writeSourceContactFields(source, rsContacts, db, row);
-    rec::saveContactBusinessRTF(contact);
-    rec::saveContactPersonalRTF(contact);
-    result = contact;
-  });
+  procedure(
+      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSContactAsContactInLedgerfolio", [&] {
+        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
+        DatabaseService& source = *sourceDatabase();
+        DatabaseService& db = practice();
+        if (!source.findRecord(rsContacts, "ContactID", tpsContactID)) return;
+        const std::string name = joinPresent({readText(source, rsContacts, "FirstName"),
+                                              readText(source, rsContacts, "MiddleName"),
+                                              readText(source, rsContacts, "LastName")});
+        long contact = -1;
+        if (contactID > 0) {
+          RowAccess existing(
+              db, rsTargetContacts, "ContactID", contactID,
+              "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
+          if (existing.found()) contact = contactID;
+        }
+        if (contact == -1) contact = rec::addNewContact(name);
+        rec::addContactLink(contact, -1, companyID);
+        RowAccess row(db, rsTargetContacts, "ContactID", contact,
+                      "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
+        if (row.found()) writeSourceContactFields(source, rsContacts, db, row);
+        rec::saveContactBusinessRTF(contact);
+        rec::saveContactPersonalRTF(contact);
+        result = contact;
+      });
   return result;
 }
 
-std::string clsImportTPSInformation::getTPSClientNameFromTPSClientID(const std::string& tpsClientID) {
+std::string clsImportTPSInformation::getTPSClientNameFromTPSClientID(
+    const std::string& tpsClientID) {
   std::string result;
   procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSClientNameFromTPSClientID", [&] {
     DatabaseService* source = sourceDatabase();
@@ -784,7 +795,8 @@ void clsImportTPSInformation::importTPSInvoices() {
     long number = 0;
     scan(source, rsInvoiceQuery, [&] {
       ++number;
-      setProgressCaption(showProgress_, fmt::format("Importing TPS Invoice {} of {}", number, total));
+      setProgressCaption(showProgress_,
+                         fmt::format("Importing TPS Invoice {} of {}", number, total));
       syncRecord("invoices", [&] {
         const std::string id = readText(source, rsInvoiceQuery, "InvoiceID");
         // Intended: invoice 1 is the export's placeholder and never imports.
@@ -805,69 +817,69 @@ void clsImportTPSInformation::importTPSInvoices() {
 long clsImportTPSInformation::createNewTPSInvoiceAsInvoiceInLedgerfolio(
     const std::string& tpsInvoiceID, long invoiceID) {
   long result = -1;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSInvoiceAsInvoiceInLedgerfolio",
-            [&] {
-    if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    DatabaseService& db = practice();
-    if (!source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID)) return;
-    const std::string client = readText(source, rsInvoices, "ClientID");
-    if (client.empty()) return;
-    long company = -1, contact = -1;
-    clientOfSourceRow(client, company, contact);
-    // The question may have moved the Clients cursor; the invoice row is found again.
-    source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID);
+  procedure(
+      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSInvoiceAsInvoiceInLedgerfolio", [&] {
+        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
+        DatabaseService& source = *sourceDatabase();
+        DatabaseService& db = practice();
+        if (!source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID)) return;
+        const std::string client = readText(source, rsInvoices, "ClientID");
+        if (client.empty()) return;
+        long company = -1, contact = -1;
+        clientOfSourceRow(client, company, contact);
+        // The question may have moved the Clients cursor; the invoice row is found again.
+        source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID);
 
-    long invoice = -1;
-    if (invoiceID > 0 && db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoiceID))) {
-      invoice = invoiceID;
-    } else {
-      db.addNewRecord(rsTargetInvoices);
-      db.setNewField(rsTargetInvoices, "CompanyIDNum", idText(company));
-      db.setNewField(rsTargetInvoices, "ContactIDNum", idText(contact));
-      db.updateRecord(rsTargetInvoices);
-      invoice = static_cast<long>(db.getField(rsTargetInvoices, "InvoiceID").toLong());
-    }
-    if (!db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoice))) return;
-    const std::int32_t rs = rsTargetInvoices;
-    db.setField(rs, "FirmIDNum", idText(practiceFirmID_));
-    db.setField(rs, "CompanyIDNum", idText(company));
-    db.setField(rs, "ContactIDNum", idText(contact));
-    putField(db, rs, "InvoiceNum", readText(source, rsInvoices, "InvoiceNum"));
-    const std::string billDate = readText(source, rsInvoices, "BillDate");
-    putField(db, rs, "InvoiceDate", billDate);
-    putField(db, rs, "InvoiceDueDate", billDate);
+        long invoice = -1;
+        if (invoiceID > 0 && db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoiceID))) {
+          invoice = invoiceID;
+        } else {
+          db.addNewRecord(rsTargetInvoices);
+          db.setNewField(rsTargetInvoices, "CompanyIDNum", idText(company));
+          db.setNewField(rsTargetInvoices, "ContactIDNum", idText(contact));
+          db.updateRecord(rsTargetInvoices);
+          invoice = static_cast<long>(db.getField(rsTargetInvoices, "InvoiceID").toLong());
+        }
+        if (!db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoice))) return;
+        const std::int32_t rs = rsTargetInvoices;
+        db.setField(rs, "FirmIDNum", idText(practiceFirmID_));
+        db.setField(rs, "CompanyIDNum", idText(company));
+        db.setField(rs, "ContactIDNum", idText(contact));
+        putField(db, rs, "InvoiceNum", readText(source, rsInvoices, "InvoiceNum"));
+        const std::string billDate = readText(source, rsInvoices, "BillDate");
+        putField(db, rs, "InvoiceDate", billDate);
+        putField(db, rs, "InvoiceDueDate", billDate);
 
-    const float subtotal = parseSourceMoney(readText(source, rsInvoices, "Amount"));
-    const float taxes = parseSourceMoney(readText(source, rsInvoices, "Tax1")) +
-                        parseSourceMoney(readText(source, rsInvoices, "Tax2")) +
-                        parseSourceMoney(readText(source, rsInvoices, "Tax3"));
-    const float withTaxes = subtotal + taxes;
-    db.setField(rs, "UseAdjustedAmount", "True");
-    db.setField(rs, "InvoiceAdjustedAmountSubTotal", numberText(subtotal));
-    db.setField(rs, "InvoiceAdjustedAmountTaxDetailID", "-1");
-    db.setField(rs, "InvoiceAdjustedAmountTaxes", numberText(taxes));
-    db.setField(rs, "InvoiceAdjustedAmountWithTaxes", numberText(withTaxes));
-    db.setField(rs, "InvoiceFinalAmountSubTotal", numberText(subtotal));
-    db.setField(rs, "InvoiceFinalAmountTaxDetailID", "-1");
-    db.setField(rs, "InvoiceFinalAmountTaxes", numberText(taxes));
-    db.setField(rs, "InvoiceFinalAmountWithTaxes", numberText(withTaxes));
-    db.setField(rs, "InvoiceDiffAmount", "0");
+        const float subtotal = parseSourceMoney(readText(source, rsInvoices, "Amount"));
+        const float taxes = parseSourceMoney(readText(source, rsInvoices, "Tax1")) +
+                            parseSourceMoney(readText(source, rsInvoices, "Tax2")) +
+                            parseSourceMoney(readText(source, rsInvoices, "Tax3"));
+        const float withTaxes = subtotal + taxes;
+        db.setField(rs, "UseAdjustedAmount", "True");
+        db.setField(rs, "InvoiceAdjustedAmountSubTotal", numberText(subtotal));
+        db.setField(rs, "InvoiceAdjustedAmountTaxDetailID", "-1");
+        db.setField(rs, "InvoiceAdjustedAmountTaxes", numberText(taxes));
+        db.setField(rs, "InvoiceAdjustedAmountWithTaxes", numberText(withTaxes));
+        db.setField(rs, "InvoiceFinalAmountSubTotal", numberText(subtotal));
+        db.setField(rs, "InvoiceFinalAmountTaxDetailID", "-1");
+        db.setField(rs, "InvoiceFinalAmountTaxes", numberText(taxes));
+        db.setField(rs, "InvoiceFinalAmountWithTaxes", numberText(withTaxes));
+        db.setField(rs, "InvoiceDiffAmount", "0");
 
-    double paid = 0;
-    if (source.findRecord(rsPayments, "InvoiceID", tpsInvoiceID)) {
-      while (!source.isEOF(rsPayments)) {
-        paid += parseSourceMoney(readText(source, rsPayments, "Amount"));
-        source.findNext(rsPayments);
-      }
-    }
-    db.setField(rs, "InvoicePaid", withTaxes <= paid ? "True" : "False");
-    db.setField(rs, "InvoiceAmountPaid", numberText(paid));
-    db.setField(rs, "DepositTotals", numberText(paid));
-    // Intended: invoices of the source count as settled in the receivables.
-    db.setField(rs, "ARBalance", "0");
-    result = invoice;
-  });
+        double paid = 0;
+        if (source.findRecord(rsPayments, "InvoiceID", tpsInvoiceID)) {
+          while (!source.isEOF(rsPayments)) {
+            paid += parseSourceMoney(readText(source, rsPayments, "Amount"));
+            source.findNext(rsPayments);
+          }
+        }
+        db.setField(rs, "InvoicePaid", withTaxes <= paid ? "True" : "False");
+        db.setField(rs, "InvoiceAmountPaid", numberText(paid));
+        db.setField(rs, "DepositTotals", numberText(paid));
+        // Intended: invoices of the source count as settled in the receivables.
+        db.setField(rs, "ARBalance", "0");
+        result = invoice;
+      });
   return result;
 }
 
@@ -900,7 +912,8 @@ void clsImportTPSInformation::importTPSDeposits() {
     long number = 0;
     scan(source, rsPaymentQuery, [&] {
       ++number;
-      setProgressCaption(showProgress_, fmt::format("Importing TPS deposit {} of {}", number, total));
+      setProgressCaption(showProgress_,
+                         fmt::format("Importing TPS deposit {} of {}", number, total));
       syncRecord("deposits", [&] {
         const std::string id = readText(source, rsPaymentQuery, "PaymentID");
         if (id.empty()) return SyncOutcome::Skipped;
@@ -922,57 +935,58 @@ void clsImportTPSInformation::importTPSDeposits() {
 long clsImportTPSInformation::createNewTPSDepositAsDepositInLedgerfolio(
     const std::string& tpsPaymentID, long depositID) {
   long result = -1;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSDepositAsDepositInLedgerfolio",
-            [&] {
-    if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    DatabaseService& db = practice();
-    // Only added to, never searched: the statement selects no row, so that opening it does
-    // not read the whole table for every deposit.
-    RecordsetScope payments(db,
-                            "SELECT DepositPayments.* From DepositPayments WHERE "
-                            "DepositPayments.DepositID=-1;",
-                            kLockOptimistic);
-    if (!source.findRecord(rsPayments, "PaymentID", tpsPaymentID)) return;
-    const std::string client = readText(source, rsPayments, "ClientID");
-    const std::string sourceInvoice = readText(source, rsPayments, "InvoiceID");
-    const long invoice = sourceInvoice.empty() ? -1 : xref_.getInvoiceIDFromTPSInvoiceID(sourceInvoice);
-    if (client.empty()) return;
-    long company = -1, contact = -1;
-    clientOfSourceRow(client, company, contact);
-    source.findRecord(rsPayments, "PaymentID", tpsPaymentID);
+  procedure(
+      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSDepositAsDepositInLedgerfolio", [&] {
+        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
+        DatabaseService& source = *sourceDatabase();
+        DatabaseService& db = practice();
+        // Only added to, never searched: the statement selects no row, so that opening it does
+        // not read the whole table for every deposit.
+        RecordsetScope payments(db,
+                                "SELECT DepositPayments.* From DepositPayments WHERE "
+                                "DepositPayments.DepositID=-1;",
+                                kLockOptimistic);
+        if (!source.findRecord(rsPayments, "PaymentID", tpsPaymentID)) return;
+        const std::string client = readText(source, rsPayments, "ClientID");
+        const std::string sourceInvoice = readText(source, rsPayments, "InvoiceID");
+        const long invoice =
+            sourceInvoice.empty() ? -1 : xref_.getInvoiceIDFromTPSInvoiceID(sourceInvoice);
+        if (client.empty()) return;
+        long company = -1, contact = -1;
+        clientOfSourceRow(client, company, contact);
+        source.findRecord(rsPayments, "PaymentID", tpsPaymentID);
 
-    long deposit = -1;
-    if (depositID > 0 && db.findRecord(rsDeposits, "DepositID", idText(depositID))) {
-      deposit = depositID;
-    } else {
-      db.addNewRecord(rsDeposits);
-      db.setNewField(rsDeposits, "CompanyIDNum", idText(company));
-      db.setNewField(rsDeposits, "ContactIDNum", idText(contact));
-      db.setNewField(rsDeposits, "TotalAmount", "0");
-      db.updateRecord(rsDeposits);
-      deposit = static_cast<long>(db.getField(rsDeposits, "DepositID").toLong());
-    }
-    if (!db.findRecord(rsDeposits, "DepositID", idText(deposit))) return;
-    const float amount = parseSourceMoney(readText(source, rsPayments, "Amount"));
-    const std::string payDate = readText(source, rsPayments, "PayDate");
-    db.setField(rsDeposits, "FirmIDNum", idText(practiceFirmID_));
-    db.setField(rsDeposits, "CompanyIDNum", idText(company));
-    db.setField(rsDeposits, "ContactIDNum", idText(contact));
-    db.setField(rsDeposits, "DateCreated", Date::now().toIso());
-    putField(db, rsDeposits, "DateReceived", payDate);
-    putField(db, rsDeposits, "DateDeposited", payDate);
-    db.setField(rsDeposits, "TotalAmount", numberText(amount));
-    putField(db, rsDeposits, "Notes", G::trim(readText(source, rsPayments, "Description")));
+        long deposit = -1;
+        if (depositID > 0 && db.findRecord(rsDeposits, "DepositID", idText(depositID))) {
+          deposit = depositID;
+        } else {
+          db.addNewRecord(rsDeposits);
+          db.setNewField(rsDeposits, "CompanyIDNum", idText(company));
+          db.setNewField(rsDeposits, "ContactIDNum", idText(contact));
+          db.setNewField(rsDeposits, "TotalAmount", "0");
+          db.updateRecord(rsDeposits);
+          deposit = static_cast<long>(db.getField(rsDeposits, "DepositID").toLong());
+        }
+        if (!db.findRecord(rsDeposits, "DepositID", idText(deposit))) return;
+        const float amount = parseSourceMoney(readText(source, rsPayments, "Amount"));
+        const std::string payDate = readText(source, rsPayments, "PayDate");
+        db.setField(rsDeposits, "FirmIDNum", idText(practiceFirmID_));
+        db.setField(rsDeposits, "CompanyIDNum", idText(company));
+        db.setField(rsDeposits, "ContactIDNum", idText(contact));
+        db.setField(rsDeposits, "DateCreated", Date::now().toIso());
+        putField(db, rsDeposits, "DateReceived", payDate);
+        putField(db, rsDeposits, "DateDeposited", payDate);
+        db.setField(rsDeposits, "TotalAmount", numberText(amount));
+        putField(db, rsDeposits, "Notes", G::trim(readText(source, rsPayments, "Description")));
 
-    // Intended: a re-run that rewrites the deposit adds a further payment row.
-    db.addNewRecord(payments);
-    db.setNewField(payments, "DepositIDNum", idText(deposit));
-    db.setNewField(payments, "InvoiceIDNum", idText(invoice));
-    db.setNewField(payments, "Amount", numberText(amount));
-    db.updateRecord(payments);
-    result = deposit;
-  });
+        // Intended: a re-run that rewrites the deposit adds a further payment row.
+        db.addNewRecord(payments);
+        db.setNewField(payments, "DepositIDNum", idText(deposit));
+        db.setNewField(payments, "InvoiceIDNum", idText(invoice));
+        db.setNewField(payments, "Amount", numberText(amount));
+        db.updateRecord(payments);
+        result = deposit;
+      });
   return result;
 }
 
@@ -1008,8 +1022,7 @@ void clsImportTPSInformation::importTPSTimeEntries() {
 }
 
 long clsImportTPSInformation::createNewTPSTimeAsDocketInLedgerfolio(const std::string& tpsTimeID,
-                                                                    long& docketID,
-                                                                    long& companyID,
+                                                                    long& docketID, long& companyID,
                                                                     long& contactID) {
   long result = docketID;
   procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSTimeAsDocketInLedgerfolio", [&] {
@@ -1033,8 +1046,7 @@ long clsImportTPSInformation::createNewTPSTimeAsDocketInLedgerfolio(const std::s
     docket->setContactIDNum(contactID);
     docket->setBillToCompanyIDNum(companyID);
     docket->setBillToContactIDNum(contactID);
-    if (auto start = DateUtilities::parseDateText(src("Start")))
-      docket->setDateTimeFrom(*start);
+    if (auto start = DateUtilities::parseDateText(src("Start"))) docket->setDateTimeFrom(*start);
     double hours = 1.0;
     if (double minutes = 0; G::isNumeric(src("Minute")) && G::parseNumber(src("Minute"), minutes))
       hours = minutes / 60.0;
@@ -1100,24 +1112,22 @@ void clsImportTPSInformation::createNewTPSTimeAsInvoiceDocketInLedgerfolio(long 
             "RoundedTimeFrom", "RoundedTimeTo", "BeforeAppointmentText", "AppointmentText",
             "AfterAppointmentText", "TextBody", "NotesFlag", "SchemeID", "TitleBackColour",
             // The further columns of the docket table.
-            "FirmIDNum", "BillToContactIDNum", "BillingRateIDNum", "DateCreated",
-            "TotalTimeReal", "TotalTimeRounded", "TotalTimeAdjusted", "TotalTimeFinal",
-            "TotalAmountReal", "TotalAmountAdjusted", "TotalAmountFinal", "BillingJobRate",
-            "DescriptionClient", "DescriptionInternal", "TitleText", "Custom1", "Custom2",
-            "Custom3", "Custom4", "Custom5", "DocketBillingType", "TaskType", "Status1",
-            "Status2", "Status3", "Status4", "Status5", "notifyType", "ReminderPeriod",
-            "BackColour", "ForeColour", "TitleForeColour", "UseAdjustedAmount",
-            "UseAdjustedTime", "BillableTime", "Private", "Remind", "ClientNotifiedFlag",
-            "hideInTasks"};
+            "FirmIDNum", "BillToContactIDNum", "BillingRateIDNum", "DateCreated", "TotalTimeReal",
+            "TotalTimeRounded", "TotalTimeAdjusted", "TotalTimeFinal", "TotalAmountReal",
+            "TotalAmountAdjusted", "TotalAmountFinal", "BillingJobRate", "DescriptionClient",
+            "DescriptionInternal", "TitleText", "Custom1", "Custom2", "Custom3", "Custom4",
+            "Custom5", "DocketBillingType", "TaskType", "Status1", "Status2", "Status3", "Status4",
+            "Status5", "notifyType", "ReminderPeriod", "BackColour", "ForeColour",
+            "TitleForeColour", "UseAdjustedAmount", "UseAdjustedTime", "BillableTime", "Private",
+            "Remind", "ClientNotifiedFlag", "hideInTasks"};
         std::vector<std::pair<const char*, std::string>> copied;
         for (const char* column : kDocketColumns) {
           Variant value = db.getField(docket, column);
           if (G::isBlank(value)) continue;
-          copied.emplace_back(column, value.kind() == Variant::Kind::Boolean
-                                          ? (value.toBool() ? "True" : "False")
-                                      : value.kind() == Variant::Kind::Date
-                                          ? value.toDate()->toIso()
-                                          : value.toString());
+          copied.emplace_back(
+              column, value.kind() == Variant::Kind::Boolean ? (value.toBool() ? "True" : "False")
+                      : value.kind() == Variant::Kind::Date  ? value.toDate()->toIso()
+                                                             : value.toString());
         }
         // A new invoice docket takes the copied columns in the one row it adds; an existing
         // one has them written over.
