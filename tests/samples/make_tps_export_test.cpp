@@ -1,6 +1,7 @@
 // The sample TPS export generator: the fixed sample and generated sizes, read back through
 // the database service with the statements the sync uses.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -17,7 +18,7 @@ bool havePython() {
 
 // Runs the generator into a fresh temporary file and answers its path.
 std::string generate(const std::string& name, const std::string& options = "") {
-  const std::string path = ::testing::TempDir() + "/" + name;
+  const std::string path = ::testing::TempDir() + "/" + std::to_string(::getpid()) + "_" + name;
   std::filesystem::remove(path);
   const std::string command = std::string("python3 ") + LF_SOURCE_DIR +
                               "/samples/make_tps_export.py " + path + " " + options;

@@ -3,6 +3,7 @@
 #include "sync/tps_wizard.hpp"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -176,7 +177,7 @@ TEST_F(TPSWizardTest, EachValidationShowsItsMessageAndStays) {
 }
 
 TEST_F(TPSWizardTest, OpenButtonTakesOnlyAnExistingFileFromTheDialog) {
-  const std::string path = ::testing::TempDir() + "/lf_wizard_export.mdb";
+  const std::string path = ::testing::TempDir() + "/lf_wizard_export_" + std::to_string(::getpid()) + ".mdb";
   std::ofstream(path) << "export";
   PresetFileDialog missing("/nonexistent/Export.mdb");
   wizard->cmdOpenTPSFile_Click(missing);

@@ -3,6 +3,7 @@
 #include "sync/wizard_answers.hpp"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -71,7 +72,7 @@ class WizardFrontEndTest : public ::testing::Test {
   }
 
   std::string sampleExport() {
-    const std::string path = ::testing::TempDir() + "/lf_tps_answers.db";
+    const std::string path = ::testing::TempDir() + "/lf_tps_answers_" + std::to_string(::getpid()) + ".db";
     std::filesystem::remove(path);
     const std::string command =
         std::string("python3 ") + LF_SOURCE_DIR + "/samples/make_tps_export.py " + path;
