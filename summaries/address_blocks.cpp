@@ -84,10 +84,28 @@ std::string createAddressWithContactInfo(AddressFields& fields, bool includeCont
   return result;
 }
 
-std::string createPersonalContactAddress(long contactID, bool asRTF, long employeeID,
-                                         bool withAddress, bool withPhones, bool withEmail) {
+namespace {
+
+// The columns of one of a person's addresses; an empty name is a column the address lacks.
+struct PersonAddressColumns {
+  const char* name;
+  const char* street;
+  const char* city;
+  const char* province;
+  const char* postalCode;
+  const char* country;
+  const char* phone;
+  const char* fax;
+  const char* cell;
+  const char* email;
+};
+
+// Loads one address of a contact (or employee) and formats it as an address block.
+std::string loadPersonAddress(const char* label, const PersonAddressColumns& columns,
+                              long contactID, bool asRTF, long employeeID, bool withAddress,
+                              bool withPhones, bool withEmail) {
   std::string result;
-  procedure("Ledgerfolio.exe-modFormatAddresses-createPersonalContactAddress", [&] {
+  procedure(label, [&] {
     AddressFields fields;
     DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
@@ -95,53 +113,44 @@ std::string createPersonalContactAddress(long contactID, bool asRTF, long employ
     if (!source.record || !db->hasRecord(*source.record)) return;
     std::int32_t h = *source.record;
     if (withAddress) {
-      fields.Name = text(*db, h, "DisplayName");
-      fields.Street = text(*db, h, "HomeAddress");
-      fields.City = text(*db, h, "HomeCity");
-      fields.Province = text(*db, h, "HomeProvince");
-      fields.PostalCode = text(*db, h, "HomePostalCode");
-      fields.Country = text(*db, h, "HomeCountry");
+      fields.Name = text(*db, h, columns.name);
+      fields.Street = text(*db, h, columns.street);
+      fields.City = text(*db, h, columns.city);
+      fields.Province = text(*db, h, columns.province);
+      fields.PostalCode = text(*db, h, columns.postalCode);
+      fields.Country = text(*db, h, columns.country);
     }
     if (withPhones) {
-      fields.Phone = text(*db, h, "HomePhone_Main");
-      fields.Fax = text(*db, h, "HomePhone_Fax");
-      fields.Cell = text(*db, h, "HomePhone_Cell");
+      fields.Phone = text(*db, h, columns.phone);
+      if (*columns.fax != '\0') fields.Fax = text(*db, h, columns.fax);
+      fields.Cell = text(*db, h, columns.cell);
     }
-    if (withEmail) fields.Email = text(*db, h, "PersonalEmail");
+    if (withEmail) fields.Email = text(*db, h, columns.email);
     source.record->close();
     result = GeneralUtilities::trim(createAddressWithContactInfo(fields, false, asRTF));
   });
   return result;
 }
 
+}  // namespace
+
+std::string createPersonalContactAddress(long contactID, bool asRTF, long employeeID,
+                                         bool withAddress, bool withPhones, bool withEmail) {
+  static const PersonAddressColumns home = {
+      "DisplayName", "HomeAddress",    "HomeCity",      "HomeProvince",   "HomePostalCode",
+      "HomeCountry", "HomePhone_Main", "HomePhone_Fax", "HomePhone_Cell", "PersonalEmail"};
+  return loadPersonAddress("Ledgerfolio.exe-modFormatAddresses-createPersonalContactAddress", home,
+                           contactID, asRTF, employeeID, withAddress, withPhones, withEmail);
+}
+
 std::string createPersonalSpouseContactAddress(long contactID, bool asRTF, long employeeID,
-                                               bool withAddress, bool withPhones,
-                                               bool withEmail) {
-  std::string result;
-  procedure("Ledgerfolio.exe-modFormatAddresses-createPersonalSpouseContactAddress", [&] {
-    AddressFields fields;
-    DatabaseService* db = usablePracticeDatabase();
-    if (db == nullptr) return;
-    PersonSource source = openPersonSource(*db, contactID, employeeID, kLockReadOnly);
-    if (!source.record || !db->hasRecord(*source.record)) return;
-    std::int32_t h = *source.record;
-    if (withAddress) {
-      fields.Name = text(*db, h, "SpouseName");
-      fields.Street = text(*db, h, "SpouseAddress");
-      fields.City = text(*db, h, "SpouseCity");
-      fields.Province = text(*db, h, "SpouseProvince");
-      fields.PostalCode = text(*db, h, "SpousePostalCode");
-      fields.Country = text(*db, h, "SpouseCountry");
-    }
-    if (withPhones) {
-      fields.Phone = text(*db, h, "SpousePhone_Main");
-      fields.Cell = text(*db, h, "SpousePhone_Cell");
-    }
-    if (withEmail) fields.Email = text(*db, h, "SpouseEmail");
-    source.record->close();
-    result = GeneralUtilities::trim(createAddressWithContactInfo(fields, false, asRTF));
-  });
-  return result;
+                                               bool withAddress, bool withPhones, bool withEmail) {
+  static const PersonAddressColumns spouse = {
+      "SpouseName",    "SpouseAddress",    "SpouseCity", "SpouseProvince",   "SpousePostalCode",
+      "SpouseCountry", "SpousePhone_Main", "",           "SpousePhone_Cell", "SpouseEmail"};
+  return loadPersonAddress("Ledgerfolio.exe-modFormatAddresses-createPersonalSpouseContactAddress",
+                           spouse, contactID, asRTF, employeeID, withAddress, withPhones,
+                           withEmail);
 }
 
 std::string createBusinessContactAddress(long contactID, bool asRTF, long employeeID,
@@ -176,10 +185,9 @@ std::string createBusinessContactAddress(long contactID, bool asRTF, long employ
     // A contact that inherits the company's information shows the company's address and
     // numbers: the firm's for an employee, the company's for a contact.
     if (db->getField(h, "InheritCompanyInfo").toBool() && validCompanyID(companyID)) {
-      RecordsetScope company(*db,
-                             source.isEmployee ? firmStatement(companyID)
-                                               : companyStatement(companyID),
-                             kLockReadOnly);
+      RecordsetScope company(
+          *db, source.isEmployee ? firmStatement(companyID) : companyStatement(companyID),
+          kLockReadOnly);
       if (db->hasRecord(company)) {
         if (withAddress) {
           fields.Street = text(*db, company, "Address");
@@ -195,14 +203,13 @@ std::string createBusinessContactAddress(long contactID, bool asRTF, long employ
       }
     }
     source.record->close();
-    result =
-        GeneralUtilities::trim(createAddressWithContactInfo(fields, withBusinessName, asRTF));
+    result = GeneralUtilities::trim(createAddressWithContactInfo(fields, withBusinessName, asRTF));
   });
   return result;
 }
 
-std::string createCompanyAddress(long companyID, bool& includeContactName, bool asRTF,
-                                 long firmID, bool withAddress, bool withPhones, bool withEmail) {
+std::string createCompanyAddress(long companyID, bool& includeContactName, bool asRTF, long firmID,
+                                 bool withAddress, bool withPhones, bool withEmail) {
   std::string result;
   procedure("Ledgerfolio.exe-modFormatAddresses-createCompanyAddress", [&] {
     AddressFields fields;
