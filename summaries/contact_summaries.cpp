@@ -19,6 +19,14 @@
 namespace lf {
 namespace {
 
+// The spouse section of a summary is written when any of these columns holds a value.
+bool hasSpouseInformation(DatabaseService& db, std::int32_t handle) {
+  return anyNotBlank(
+      db, handle,
+      {"SpouseName", "SpouseGender", "SpouseBirthday", "SpouseSIN", "SpouseEmail",
+       "SpousePhone_Main", "SpousePhone_Cell", "SpouseAddress", "SpouseCity", "SpousePostalCode"});
+}
+
 constexpr std::string_view kLongDate = "mmmm dd, yyyy";
 constexpr std::string_view kShortDate = "mmm d, yyyy";
 constexpr std::string_view kMoney = "$#,##0.00;$-#,##0.00";
@@ -121,8 +129,7 @@ void writeContactCustomFields(RtfSummaryText& out, DatabaseService& db, std::int
   bool haveLabels = db.hasRecord(labels);
   for (int n = 1; n <= 5; ++n) {
     std::string number = std::to_string(n);
-    std::string label =
-        haveLabels ? fieldText(db, labels, "ContactLabel" + number) : std::string();
+    std::string label = haveLabels ? fieldText(db, labels, "ContactLabel" + number) : std::string();
     out.line(R"(\b )" + label + R"(\b0  )", db.getField(h, "Custom" + number));
   }
 }
@@ -182,10 +189,7 @@ std::string saveContactPersonalRTF(long contactID, long employeeID) {
 
     writeFamily(out, *db, source.id);
 
-    if (anyNotBlank(*db, h,
-                    {"SpouseName", "SpouseGender", "SpouseBirthday", "SpouseSIN", "SpouseEmail",
-                     "SpousePhone_Main", "SpousePhone_Cell", "SpouseAddress", "SpouseCity",
-                     "SpousePostalCode"})) {
+    if (hasSpouseInformation(*db, h)) {
       out.sectionBreak();
       out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Spouse Information\b0  \par)");
       out.line(R"(\b Name:\b0  )", f("SpouseName"));
@@ -298,9 +302,8 @@ void saveContactBusinessRTFForAllCompanies(long contactID, long companyID,
         if (!validCompanyID(company) || !db->getField(links, "DefaultContact").toBool()) return;
         if (!db->findRecord(companyNotes, "CompanyNum", std::to_string(company))) return;
         // The other companies get the summary built for them; the recursion spreads no further.
-        std::string text = company == companyID
-                               ? rtfText
-                               : saveContactBusinessRTF(contactID, -1, company, true);
+        std::string text =
+            company == companyID ? rtfText : saveContactBusinessRTF(contactID, -1, company, true);
         db->setField(companyNotes, "ContactNotes", text);
       });
     }
@@ -366,17 +369,22 @@ void writeProfileInformation(RtfSummaryText& out, DatabaseService& db, long cont
                    kShortDate);
   }
   if (on("T1InfoProfileClientStatus")) {
-    static constexpr const char* kStatus[] = {
-        "Carried Forward",    "Work In Progress",  "Waiting For Client",
-        "In Preparer Review", "In Partner Review", "Ready To Print",
-        "Printed",            "Completed",         "Not Filing"};
+    static constexpr const char* kStatus[] = {"Carried Forward",
+                                              "Work In Progress",
+                                              "Waiting For Client",
+                                              "In Preparer Review",
+                                              "In Partner Review",
+                                              "Ready To Print",
+                                              "Printed",
+                                              "Completed",
+                                              "Not Filing"};
     long status = static_cast<long>(p("ProfileClientStatus").toLong());
     out.line(R"(\b Profile Client Status:\b0   )",
              status >= 1 && status <= 9 ? kStatus[status - 1] : "Unknown");
   }
   if (on("T1InfoeFileStatus")) {
-    static constexpr const char* kEFile[] = {"Eligible",     "Not Eligible", "Ready to transmit",
-                                             "Transmitted",  "Accepted",     "Not Accepted",
+    static constexpr const char* kEFile[] = {"Eligible",    "Not Eligible", "Ready to transmit",
+                                             "Transmitted", "Accepted",     "Not Accepted",
                                              "Paper filed"};
     long status = static_cast<long>(p("EFILEStatus").toLong());
     out.line(R"(\b Profile eFile Status:\b0   )",
@@ -397,8 +405,7 @@ void writeProfileInformation(RtfSummaryText& out, DatabaseService& db, long cont
     out.dateLine(R"(\b Date Return Created:\b0   )", p("DateCreated"), kShortDate);
   if (on("T1InfoDateReturnSigned"))
     out.dateLine(R"(\b Date Return Signed:\b0   )", p("DateSigned"), kShortDate);
-  if (on("T1InfoPreparerName"))
-    out.line(R"(\b Profile Preparer Name:\b0   )", p("PreparerName"));
+  if (on("T1InfoPreparerName")) out.line(R"(\b Profile Preparer Name:\b0   )", p("PreparerName"));
   if (on("T1InfoPartnerName")) out.line(R"(\b Profile Partner Name:\b0   )", p("PartnerName"));
 }
 
@@ -427,20 +434,33 @@ std::string saveContactPersonalTaxRTF(long contactID, long taxYear, long employe
     // 2. Personal information.
     std::string homeAddress =
         createPersonalContactAddress(contactID, false, employeeID, true, false, false);
-    bool anyPersonal =
-        anyNotBlank(*db, h,
-                    {"HomePhone_Main", "HomePhone_Cell", "PersonalAltPhoneNumber", "HomePhone_Fax",
-                     "HomePhone_Pager", "PersonalEmail", "PersonalWebSite", "PersonalFaceBookURL",
-                     "PersonalTwitterAccount", "HomeAddress", "HomeCity", "HomeProvince",
-                     "HomePostalCode", "HomeCountry", "Gender", "SpokenLanguage", "Birthday",
-                     "Anniversary", "MaritialStatus", "Children"});
+    bool anyPersonal = anyNotBlank(*db, h,
+                                   {"HomePhone_Main",
+                                    "HomePhone_Cell",
+                                    "PersonalAltPhoneNumber",
+                                    "HomePhone_Fax",
+                                    "HomePhone_Pager",
+                                    "PersonalEmail",
+                                    "PersonalWebSite",
+                                    "PersonalFaceBookURL",
+                                    "PersonalTwitterAccount",
+                                    "HomeAddress",
+                                    "HomeCity",
+                                    "HomeProvince",
+                                    "HomePostalCode",
+                                    "HomeCountry",
+                                    "Gender",
+                                    "SpokenLanguage",
+                                    "Birthday",
+                                    "Anniversary",
+                                    "MaritialStatus",
+                                    "Children"});
     if (anyPersonal) {
       out.sectionBreak();
       out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Personal Information\b0  \par)");
       out.line(R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0   )", f("HomePhone_Main"));
       out.line(R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0   )", f("HomePhone_Cell"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Alternate Phone:\b0   )",
-               f("PersonalAltPhoneNumber"));
+      out.line(R"(\b\pard\fi-1100\li1100\ri0 Alternate Phone:\b0   )", f("PersonalAltPhoneNumber"));
       out.line(R"(\b\pard\fi-1100\li1100\ri0 Fax:\b0   )", f("HomePhone_Fax"));
       out.line(R"(\b\pard\fi-1100\li1100\ri0 Pager:\b0   )", f("HomePhone_Pager"));
       out.line(R"(\b\pard\fi0\li0\ri0 Email:\b0   )", f("PersonalEmail"));
@@ -459,10 +479,7 @@ std::string saveContactPersonalTaxRTF(long contactID, long taxYear, long employe
     }
 
     // 3. Spouse information.
-    if (anyNotBlank(*db, h,
-                    {"SpouseName", "SpouseGender", "SpouseBirthday", "SpouseSIN", "SpouseEmail",
-                     "SpousePhone_Main", "SpousePhone_Cell", "SpouseAddress", "SpouseCity",
-                     "SpousePostalCode"})) {
+    if (hasSpouseInformation(*db, h)) {
       out.sectionBreak();
       out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Spouse Information\b0  \par)");
       out.line(R"(\b Name:\b0   )", f("SpouseName"));
@@ -482,18 +499,18 @@ std::string saveContactPersonalTaxRTF(long contactID, long taxYear, long employe
     writeFamily(out, *db, source.id);
 
     // 5. Profile information, when the year's settings ask for it.
-    if (getShowProfileT1InfoInSummary(taxYear)) writeProfileInformation(out, *db, source.id, taxYear);
+    if (getShowProfileT1InfoInSummary(taxYear))
+      writeProfileInformation(out, *db, source.id, taxYear);
 
     // 6. Business information.
-    std::string businessAddress = createBusinessContactAddress(contactID, false, employeeID, -1,
-                                                               true, false, false, false);
+    std::string businessAddress =
+        createBusinessContactAddress(contactID, false, employeeID, -1, true, false, false, false);
     if (!GeneralUtilities::isBlank(businessAddress) ||
         anyNotBlank(*db, h,
                     {"BusinessName", "BusinessJobTitle", "BusinessDepartment", "BusinessOffice",
                      "BusinessPhone_Main", "BusinessAltPhoneNumber", "BusinessPhone_Cell",
-                     "BusinessPhone_Fax", "BusinessPhone_Pager", "BusinessEmail",
-                     "BusinessWebSite", "BusinessFaceBookURL", "BusinessTwitterAccount",
-                     "EmployeeType"})) {
+                     "BusinessPhone_Fax", "BusinessPhone_Pager", "BusinessEmail", "BusinessWebSite",
+                     "BusinessFaceBookURL", "BusinessTwitterAccount", "EmployeeType"})) {
       out.sectionBreak();
       out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Business Information\b0  \par)");
       out.line(R"(\b\pard\fi-1425\li1425\ri0 Company Name:\b0   )", f("BusinessName"));
@@ -502,12 +519,10 @@ std::string saveContactPersonalTaxRTF(long contactID, long taxYear, long employe
       out.line(R"(\b\pard\fi-600\li600\ri0 Office:\b0   )", f("BusinessOffice"));
       out.sectionBreak();
       out.line(R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0   )", f("BusinessPhone_Main"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Alternate Phone:\b0   )",
-               f("BusinessAltPhoneNumber"));
+      out.line(R"(\b\pard\fi-1100\li1100\ri0 Alternate Phone:\b0   )", f("BusinessAltPhoneNumber"));
       out.line(R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0     )", f("BusinessPhone_Cell"));
       out.line(R"(\b\pard\fi-1100\li1100\ri0 Fax:\b0  \tab         )", f("BusinessPhone_Fax"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Pager:\b0  \tab         )",
-               f("BusinessPhone_Pager"));
+      out.line(R"(\b\pard\fi-1100\li1100\ri0 Pager:\b0  \tab         )", f("BusinessPhone_Pager"));
       out.line(R"(\b\pard\fi0\li0\ri0 Email:\b0  \tab         )", f("BusinessEmail"));
       out.line(R"(\b Web Site:\b0        )", f("BusinessWebSite"));
       out.line(R"(\b FaceBook:\b0        )", f("BusinessFaceBookURL"));
