@@ -16,12 +16,6 @@ struct ClientRecordHooks {
   // Answers the template's text with its placeholders filled for the contact and tax year.
   std::function<std::string(const std::string& templateText, long contactID, long taxYear)>
       fillPersonalTaxTemplate;
-
-  // Not called: the creators call the summary writers of summaries/ directly. Kept only so
-  // that set-up code which still installs them builds; to be removed with that code.
-  std::function<void(long contactID, long taxYear)> saveContactPersonalTaxRTF;
-  std::function<void(long contactID, long companyID)> saveContactBusinessRTF;
-  std::function<void(long companyID, long contactID)> saveCompanyContactRTF;
 };
 
 // The hooks of the module, shared by every procedure of records/.

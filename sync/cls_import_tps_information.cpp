@@ -19,7 +19,6 @@ namespace lf {
 
 clsImportTPSInformation::clsImportTPSInformation() : xref_(tpsCrossReferenceWords()) {
   defaultTPSImportDates(options_, Date::today());
-  syncrecords::installSummaryHooks();
   // Dockets are stored through the run's open Dockets recordset.
   makeDocketObject = [this]() -> std::unique_ptr<DocketObject> {
     DatabaseService* db = moduleState().DatabaseReference;

@@ -1,7 +1,6 @@
 // The client-record and summary operations of the sync stages.
 #include "sync/sync_record_calls.hpp"
 
-#include "records/client_record_hooks.hpp"
 #include "records/company_records.hpp"
 #include "records/contact_records.hpp"
 #include "records/default_contacts.hpp"
@@ -12,22 +11,6 @@
 #include "summaries/contact_summaries.hpp"
 
 namespace lf::syncrecords {
-
-void installSummaryHooks() {
-  ClientRecordHooks& hooks = clientRecordHooks();
-  if (!hooks.saveContactPersonalTaxRTF)
-    hooks.saveContactPersonalTaxRTF = [](long contactID, long taxYear) {
-      lf::saveContactPersonalTaxRTF(contactID, taxYear, -1);
-    };
-  if (!hooks.saveContactBusinessRTF)
-    hooks.saveContactBusinessRTF = [](long contactID, long companyID) {
-      lf::saveContactBusinessRTF(contactID, -1, companyID, false);
-    };
-  if (!hooks.saveCompanyContactRTF)
-    hooks.saveCompanyContactRTF = [](long companyID, long contactID) {
-      lf::saveCompanyContactRTF(companyID, contactID);
-    };
-}
 
 long addNewClientDataEntry() {
   return lf::addNewClientDataEntry();

@@ -9,8 +9,6 @@
 
 namespace lf::syncrecords {
 
-// Installs the summary writers as the client-record procedures' hooks, once.
-void installSummaryHooks();
 
 long addNewClientDataEntry();
 long addNewClientDataEntryForExistingCompany(long companyID);
