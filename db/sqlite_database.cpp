@@ -327,6 +327,12 @@ struct SqliteDatabase::Impl {
       shapes;
   std::unordered_map<std::string, std::int64_t> lastReserved;
   int groupDepth = 0;
+  // The largest rowid of each table as last read or written here, valid while the
+  // connection's change counter stands at `knownMaxStamp`: every recordset opened and every
+  // new row needs it, and while the database is held exclusively only this connection's own
+  // writes move it.
+  NameMap<std::int64_t> knownMax;
+  sqlite3_int64 knownMaxStamp = -1;
 
   ~Impl() { disconnect(); }
 
@@ -338,6 +344,8 @@ struct SqliteDatabase::Impl {
     statements.clear();
     tables.clear();
     lastReserved.clear();
+    knownMax.clear();
+    knownMaxStamp = -1;
     groupDepth = 0;
     if (db != nullptr) sqlite3_close_v2(db);
     db = nullptr;
@@ -611,11 +619,31 @@ struct SqliteDatabase::Impl {
   }
 
   std::int64_t maxRowid(const std::string& table) {
+    const sqlite3_int64 changes = sqlite3_total_changes64(db);
+    if (writeAheadLog && knownMaxStamp == changes) {
+      auto known = knownMax.find(table);
+      if (known != knownMax.end()) return known->second;
+    } else {
+      knownMax.clear();
+      knownMaxStamp = changes;
+    }
     sqlite3_stmt* stmt = cached("SELECT max(rowid) FROM \"" + table + "\"");
     std::int64_t value = 0;
     if (sqlite3_step(stmt) == SQLITE_ROW) value = sqlite3_column_int64(stmt, 0);
     sqlite3_reset(stmt);
+    if (writeAheadLog) knownMax[table] = value;
     return value;
+  }
+
+  // After one row was written by this connection (changes counted `before` it): keeps the
+  // known largest rowids valid, raised to `insertedRowid` for an insert into `table`.
+  void noteOneRowWritten(sqlite3_int64 before, const std::string& table,
+                         std::int64_t insertedRowid) {
+    if (knownMaxStamp != before || sqlite3_total_changes64(db) != before + 1) return;
+    knownMaxStamp = before + 1;
+    if (insertedRowid == 0) return;
+    auto known = knownMax.find(table);
+    if (known != knownMax.end()) known->second = std::max(known->second, insertedRowid);
   }
 
   // Reads the rows of the keyset.
@@ -1136,7 +1164,9 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
       impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin + "\" = ? WHERE rowid = ?");
   impl_->bind(stmt, 1, v);
   sqlite3_bind_int64(stmt, 2, rowid);
+  const sqlite3_int64 before = sqlite3_total_changes64(impl_->db);
   impl_->step(stmt, "Cannot write " + col.name);
+  if (!sameName(col.origin, info.rowidAlias)) impl_->noteOneRowWritten(before, info.name, 0);
   std::string table = col.table, origin = col.origin;
   impl_->propagate(table, rowid, origin, v);
   return true;
@@ -1208,8 +1238,10 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   sqlite3_stmt* stmt = impl_->cached(sql);
   for (size_t i = 0; i < values.size(); ++i)
     impl_->bind(stmt, static_cast<int>(i + 1), values[i].second);
+  const sqlite3_int64 before = sqlite3_total_changes64(impl_->db);
   impl_->step(stmt, "Cannot add a row to " + info.name);
   std::int64_t rowid = sqlite3_last_insert_rowid(impl_->db);
+  impl_->noteOneRowWritten(before, info.name, rowid);
   r.pending.clear();
   r.hasReservedKey = false;
 

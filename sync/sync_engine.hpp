@@ -9,10 +9,11 @@
 // target rows, satellites, summaries and its cross-reference row are committed together,
 // also when the record ends by a failure, so a process killed during a record leaves none of
 // it and a re-run finds each record either complete with its cross-reference or not at all.
-// Each record commits at its end (kRecordsPerCommit is 1). The outer group can gather up to
-// kRecordsPerCommit whole records or kCommitInterval into one commit, which roughly halves
-// the cost of a large sync, at the price of redoing that many records after a crash; groups
-// nest, the outer one commits whole records only, and no group outlives its stage.
+// Commits happen only at a record's end. One commit takes the whole records ended since the
+// last one, up to kRecordsPerCommit of them or kCommitInterval of work, whichever comes
+// first: a commit per record would cost about a third of a large sync, and a crash redoes at
+// most that much. Groups nest, the outer one commits whole records only, and no group
+// outlives its stage.
 #pragma once
 
 #include <chrono>
@@ -135,9 +136,8 @@ class SyncEngine {
   // Commits the whole records written since the last commit.
   void commitRecords();
 
-  static constexpr long kRecordsPerCommit = 1;
-  static constexpr std::chrono::milliseconds kCommitInterval{200};
-
+  static constexpr long kRecordsPerCommit = 200;
+  static constexpr std::chrono::milliseconds kCommitInterval{100};
 
   std::unique_ptr<DatabaseService> source_;
 
