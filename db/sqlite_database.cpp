@@ -55,6 +55,11 @@ struct NameEqual {
 };
 template <class T>
 using NameMap = std::unordered_map<std::string, T, NameHash, NameEqual>;
+template <class T>
+using NameViewMap = std::unordered_map<std::string_view, T, NameHash, NameEqual>;
+
+// The values of a new row by column name; the names belong to the statement's shape.
+using ColumnValues = std::vector<std::pair<std::string_view, Variant>>;
 
 // Column type from the declared type of a table column.
 Kind kindOfDeclaredType(const char* declared) {
@@ -291,7 +296,7 @@ struct Recordset {
   bool onAddedRow = false;
 
   bool adding = false;
-  std::vector<std::pair<int, std::string>> pending;  // column index, text
+  std::vector<std::pair<int, Variant>> pending;  // column index, value as the table holds it
   std::int64_t reservedKey = 0;
   bool hasReservedKey = false;
 
@@ -332,6 +337,7 @@ struct SqliteDatabase::Impl {
   // new row needs it, and while the database is held exclusively only this connection's own
   // writes move it.
   NameMap<std::int64_t> knownMax;
+  std::string originKey;  // propagate's look-up key, kept to spare an allocation per write
   sqlite3_int64 knownMaxStamp = -1;
 
   ~Impl() { disconnect(); }
@@ -447,15 +453,15 @@ struct SqliteDatabase::Impl {
   }
 
   int columnIndex(Recordset& r, std::string_view field) {
-    std::string name(field);
+    std::string_view name = field;
     if (name.size() > 2 && name.front() == '[' && name.back() == ']')
       name = name.substr(1, name.size() - 2);
-    auto it = r.byName.find(std::string_view(name));
+    auto it = r.byName.find(name);
     if (it == r.byName.end())
       throw DatabaseFailure(
           "Item cannot be found in the collection corresponding to the requested name or "
           "ordinal: " +
-          name);
+          std::string(name));
     return it->second;
   }
 
@@ -697,11 +703,10 @@ struct SqliteDatabase::Impl {
 
   // The row just inserted into the recordset's first table, from the values written and the
   // table's defaults, without reading it back when the defaults are plain literals.
-  Row composeRow(Recordset& r, std::int64_t rowid,
-                 const std::vector<std::pair<std::string, Variant>>& values) {
+  Row composeRow(Recordset& r, std::int64_t rowid, const ColumnValues& values) {
     const TableInfo& info = tableInfo(r.translated.tables[0].table);
     if (!info.literalDefaults) return readBack(r, rowid);
-    NameMap<const Variant*> written;
+    NameViewMap<const Variant*> written;
     written.reserve(values.size());
     for (const auto& [name, value] : values) written[name] = &value;
     Row row;
@@ -828,7 +833,8 @@ struct SqliteDatabase::Impl {
   // A written value reaches every open recordset that holds the same row and column.
   void propagate(const std::string& table, std::int64_t rowid, const std::string& column,
                  const Variant& value) {
-    const std::string origin = table + "." + column;
+    originKey.assign(table).append(".").append(column);
+    const std::string_view origin = originKey;
     for (auto& [handle, owned] : recordsets) {
       Recordset& r = *owned;
       if (!r.hasRowids()) continue;
@@ -878,10 +884,11 @@ struct SqliteDatabase::Impl {
     }
   }
 
-  void step(sqlite3_stmt* stmt, const std::string& what) {
+  // Runs a write; a failure says what was written (`what` followed by `name`).
+  void step(sqlite3_stmt* stmt, std::string_view what, std::string_view name = {}) {
     int rc = sqlite3_step(stmt);
     if (rc != SQLITE_DONE && rc != SQLITE_ROW) {
-      std::string message = what + ": " + sqlite3_errmsg(db);
+      std::string message = std::string(what).append(name) + ": " + sqlite3_errmsg(db);
       sqlite3_reset(stmt);
       throw DatabaseFailure(message);
     }
@@ -1132,7 +1139,7 @@ Variant SqliteDatabase::getField(std::int32_t handle, std::string_view field) {
   if (r.adding) {
     const Column& col = r.columns[static_cast<size_t>(c)];
     for (auto it = r.pending.rbegin(); it != r.pending.rend(); ++it)
-      if (it->first == c) return convertForColumn(col.kind, it->second, col.name);
+      if (it->first == c) return it->second;
     if (r.hasReservedKey && col.slot == 0 &&
         sameName(col.origin, impl_->tableInfo(col.table).rowidAlias))
       return Variant::integer(r.reservedKey);
@@ -1165,10 +1172,9 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
   impl_->bind(stmt, 1, v);
   sqlite3_bind_int64(stmt, 2, rowid);
   const sqlite3_int64 before = sqlite3_total_changes64(impl_->db);
-  impl_->step(stmt, "Cannot write " + col.name);
+  impl_->step(stmt, "Cannot write ", col.name);
   if (!sameName(col.origin, info.rowidAlias)) impl_->noteOneRowWritten(before, info.name, 0);
-  std::string table = col.table, origin = col.origin;
-  impl_->propagate(table, rowid, origin, v);
+  impl_->propagate(col.table, rowid, col.origin, v);
   return true;
 }
 
@@ -1198,9 +1204,9 @@ bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
     throw DatabaseFailure("Field '" + col.name + "' is not a column of the new row's table.");
   const TableInfo& info = impl_->tableInfo(col.table);
   auto ci = info.columns.find(col.origin);
-  convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, value,
-                   col.name);  // fails early
-  r.pending.emplace_back(c, std::string(value));
+  r.pending.emplace_back(
+      c, convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, value,
+                          col.name));  // fails here rather than at updateRecord
   return true;
 }
 
@@ -1209,37 +1215,39 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   if (!r.adding) return true;  // setField writes at once
   r.adding = false;
   const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
-  std::vector<std::pair<std::string, Variant>> values;
-  NameMap<size_t> positions;  // a column written twice keeps its last value
+  ColumnValues values;
+  values.reserve(r.pending.size() + 1);
+  NameViewMap<size_t> positions;  // a column written twice keeps its last value
+  positions.reserve(r.pending.size());
   bool keyGiven = false;
-  for (auto& [c, text] : r.pending) {
-    const Column& col = r.columns[static_cast<size_t>(c)];
-    auto ci = info.columns.find(col.origin);
-    Variant v =
-        convertForColumn(ci == info.columns.end() ? col.kind : ci->second.second, text, col.name);
-    auto [slot, added] = positions.emplace(col.origin, values.size());
+  for (auto& [c, v] : r.pending) {
+    const std::string& origin = r.columns[static_cast<size_t>(c)].origin;
+    auto [slot, added] = positions.emplace(origin, values.size());
     if (added)
-      values.emplace_back(col.origin, v);
+      values.emplace_back(origin, std::move(v));
     else
-      values[slot->second].second = v;
-    if (!info.rowidAlias.empty() && sameName(col.origin, info.rowidAlias)) keyGiven = true;
+      values[slot->second].second = std::move(v);
+    if (!info.rowidAlias.empty() && sameName(origin, info.rowidAlias)) keyGiven = true;
   }
-  if (r.hasReservedKey && !keyGiven)
-    values.emplace_back(info.rowidAlias, Variant::integer(r.reservedKey));
-  std::string sql = "INSERT INTO \"" + info.name + "\" (";
-  std::string marks;
-  for (size_t i = 0; i < values.size(); ++i) {
-    sql += (i ? ", \"" : "\"") + values[i].first + "\"";
-    marks += i ? ", ?" : "?";
+  const Variant reservedKey = Variant::integer(r.reservedKey);
+  if (r.hasReservedKey && !keyGiven) values.emplace_back(info.rowidAlias, reservedKey);
+  std::string sql;
+  if (values.empty()) {
+    sql = "INSERT INTO \"" + info.name + "\" DEFAULT VALUES";
+  } else {
+    sql.reserve(info.name.size() + values.size() * 24 + 32);
+    sql.append("INSERT INTO \"").append(info.name).append("\" (");
+    for (size_t i = 0; i < values.size(); ++i)
+      sql.append(i ? ", \"" : "\"").append(values[i].first).append("\"");
+    sql.append(") VALUES (");
+    for (size_t i = 0; i < values.size(); ++i) sql.append(i ? ", ?" : "?");
+    sql.append(")");
   }
-  sql += values.empty() ? ") " : ") ";
-  sql = values.empty() ? "INSERT INTO \"" + info.name + "\" DEFAULT VALUES"
-                       : sql + "VALUES (" + marks + ")";
   sqlite3_stmt* stmt = impl_->cached(sql);
   for (size_t i = 0; i < values.size(); ++i)
     impl_->bind(stmt, static_cast<int>(i + 1), values[i].second);
   const sqlite3_int64 before = sqlite3_total_changes64(impl_->db);
-  impl_->step(stmt, "Cannot add a row to " + info.name);
+  impl_->step(stmt, "Cannot add a row to ", info.name);
   std::int64_t rowid = sqlite3_last_insert_rowid(impl_->db);
   impl_->noteOneRowWritten(before, info.name, rowid);
   r.pending.clear();
@@ -1281,7 +1289,7 @@ bool SqliteDatabase::deleteRecord(std::int32_t handle) {
   const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
   sqlite3_stmt* stmt = impl_->cached("DELETE FROM \"" + info.name + "\" WHERE rowid = ?");
   sqlite3_bind_int64(stmt, 1, r.rowidOf(r.cursor, 0));
-  impl_->step(stmt, "Cannot delete from " + info.name);
+  impl_->step(stmt, "Cannot delete from ", info.name);
   r.rows.erase(r.rows.begin() + static_cast<std::ptrdiff_t>(r.cursor));
   r.indexes.clear();
   r.rowidMaps.clear();
