@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <list>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -338,11 +339,24 @@ struct SqliteDatabase::Impl {
   // writes move it.
   NameMap<std::int64_t> knownMax;
   std::string originKey;  // propagate's look-up key, kept to spare an allocation per write
+  // The columns written by setField to one row and not yet stored: consecutive writes to a
+  // row become one UPDATE, run before any other statement of this connection.
+  struct PendingWrite {
+    std::string table;
+    std::int64_t rowid = 0;
+    std::vector<std::pair<std::string, Variant>> columns;
+  };
+  std::optional<PendingWrite> pendingWrite;
   sqlite3_int64 knownMaxStamp = -1;
 
   ~Impl() { disconnect(); }
 
   void disconnect() {
+    try {
+      flushWrites();
+    } catch (const DatabaseFailure&) {
+      // A connection that goes away cannot report what it could not store.
+    }
     recordsets.clear();
     shapes.clear();
     shapeOrder.clear();
@@ -368,6 +382,7 @@ struct SqliteDatabase::Impl {
   }
 
   void exec(const char* sql) {
+    flushWrites();
     char* err = nullptr;
     if (sqlite3_exec(db, sql, nullptr, nullptr, &err) != SQLITE_OK) {
       std::string message = err ? err : "failed";
@@ -391,6 +406,7 @@ struct SqliteDatabase::Impl {
   }
 
   sqlite3_stmt* cached(const std::string& sql) {
+    flushWrites();
     auto it = statements.find(sql);
     if (it != statements.end()) {
       sqlite3_reset(it->second);
@@ -652,8 +668,48 @@ struct SqliteDatabase::Impl {
     if (known != knownMax.end()) known->second = std::max(known->second, insertedRowid);
   }
 
+  // Keeps a column's new value for the row's UPDATE; a write to another row stores the
+  // pending one first.
+  void writeLater(const std::string& table, std::int64_t rowid, const std::string& column,
+                  Variant value) {
+    if (pendingWrite && (pendingWrite->rowid != rowid || pendingWrite->table != table))
+      flushWrites();
+    if (!pendingWrite) pendingWrite = PendingWrite{table, rowid, {}};
+    for (auto& [name, held] : pendingWrite->columns)
+      if (sameName(name, column)) {
+        held = std::move(value);
+        return;
+      }
+    pendingWrite->columns.emplace_back(column, std::move(value));
+  }
+
+  // Stores the pending row writes in one UPDATE, columns in name order so that rows written
+  // alike share a prepared statement.
+  void flushWrites() {
+    if (!pendingWrite) return;
+    PendingWrite w = std::move(*pendingWrite);
+    pendingWrite.reset();
+    std::sort(w.columns.begin(), w.columns.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::string sql = "UPDATE \"" + w.table + "\" SET ";
+    std::string names;
+    for (size_t i = 0; i < w.columns.size(); ++i) {
+      sql.append(i ? ", \"" : "\"").append(w.columns[i].first).append("\" = ?");
+      names.append(i ? ", " : "").append(w.columns[i].first);
+    }
+    sql.append(" WHERE rowid = ?");
+    sqlite3_stmt* stmt = cached(sql);
+    for (size_t i = 0; i < w.columns.size(); ++i)
+      bind(stmt, static_cast<int>(i + 1), w.columns[i].second);
+    sqlite3_bind_int64(stmt, static_cast<int>(w.columns.size() + 1), w.rowid);
+    const sqlite3_int64 before = sqlite3_total_changes64(db);
+    step(stmt, "Cannot write ", names);
+    noteOneRowWritten(before, w.table, 0);
+  }
+
   // Reads the rows of the keyset.
   void load(Recordset& r) {
+    flushWrites();
     sqlite3_stmt* stmt = r.shape->stmt;
     sqlite3_reset(stmt);
     sqlite3_clear_bindings(stmt);
@@ -940,6 +996,7 @@ void SqliteDatabase::setWriteAheadLog(bool on) {
 
 void SqliteDatabase::executeStatement(std::string_view accessSql) {
   impl_->requireOpen();
+  impl_->flushWrites();
   TranslatedSql t = translateAccessSql(accessSql, false);
   sqlite3_stmt* stmt = nullptr;
   const char* tail = nullptr;
@@ -965,6 +1022,7 @@ bool SqliteDatabase::hasTable(std::string_view table) {
 }
 
 sqlite3* SqliteDatabase::connection() {
+  impl_->flushWrites();
   return impl_->db;
 }
 std::string SqliteDatabase::path() const {
@@ -1167,13 +1225,15 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
   Variant v = convertForColumn(kind, value, col.name);
   std::int64_t rowid =
       onAddedRow ? r.addedRowid : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
-  sqlite3_stmt* stmt =
-      impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin + "\" = ? WHERE rowid = ?");
-  impl_->bind(stmt, 1, v);
-  sqlite3_bind_int64(stmt, 2, rowid);
-  const sqlite3_int64 before = sqlite3_total_changes64(impl_->db);
-  impl_->step(stmt, "Cannot write ", col.name);
-  if (!sameName(col.origin, info.rowidAlias)) impl_->noteOneRowWritten(before, info.name, 0);
+  if (sameName(col.origin, info.rowidAlias)) {  // a new key can clash: stored at once
+    sqlite3_stmt* stmt = impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin +
+                                       "\" = ? WHERE rowid = ?");
+    impl_->bind(stmt, 1, v);
+    sqlite3_bind_int64(stmt, 2, rowid);
+    impl_->step(stmt, "Cannot write ", col.name);
+  } else {
+    impl_->writeLater(info.name, rowid, col.origin, v);
+  }
   impl_->propagate(col.table, rowid, col.origin, v);
   return true;
 }

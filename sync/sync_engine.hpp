@@ -147,7 +147,6 @@ class SyncEngine {
   void beforeCrossReference();
 
  private:
-
   std::unique_ptr<DuplicateFinder> companyFinder_;
   std::unique_ptr<DuplicateFinder> contactFinder_;
   std::unique_ptr<ProgressDialog> progress_;

@@ -2,6 +2,7 @@
 #include "db/sqlite_database.hpp"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -123,6 +124,50 @@ TEST_F(SqliteDatabaseTest, SetFieldIsDurableAndReachesOtherRecordsets) {
   EXPECT_FALSE(db.findRecord(reader, "CompanyName", "Baker LLP"));
   ASSERT_TRUE(db.findRecord(reader, "CompanyName", "Baker & Co LLP"));
   EXPECT_EQ(db.getField(reader, "CompanyID").toLong(), 2);
+}
+
+// Writes to one row are gathered into one UPDATE; whatever runs next sees them stored.
+TEST_F(SqliteDatabaseTest, GatheredRowWritesAreStoredBeforeTheNextStatement) {
+  std::int32_t writer = open("SELECT Companies.* FROM Companies;");
+  ASSERT_TRUE(db.findRecord(writer, "CompanyID", "2"));
+  db.setField(writer, "ClientID", "B1");
+  db.setField(writer, "CategoryNum", "7");
+  db.setField(writer, "ClientID", "B2");  // the last value of a column wins
+  // A statement run on the connection sees the row as written.
+  db.executeStatement("UPDATE Companies SET ClientID = ClientID & '-x' WHERE CompanyID = 2;");
+  std::int32_t fresh = open("SELECT * FROM Companies WHERE CompanyID = 2;", kLockReadOnly);
+  EXPECT_EQ(db.getField(fresh, "ClientID").toString(), "B2-x");
+  EXPECT_EQ(db.getField(fresh, "CategoryNum").toLong(), 7);
+
+  // A write to another row stores the first row's writes; raw readers see both.
+  ASSERT_TRUE(db.findRecord(writer, "CompanyID", "3"));
+  db.setField(writer, "CompanyName", "Acme Two");
+  ASSERT_TRUE(db.findRecord(writer, "CompanyID", "4"));
+  db.setField(writer, "CompanyName", "Cole Ltd");
+  sqlite3_stmt* st = nullptr;
+  ASSERT_EQ(sqlite3_prepare_v2(db.connection(),
+                               "SELECT group_concat(CompanyName, '|') FROM Companies "
+                               "WHERE CompanyID IN (3, 4) ORDER BY CompanyID",
+                               -1, &st, nullptr),
+            SQLITE_OK);
+  ASSERT_EQ(sqlite3_step(st), SQLITE_ROW);
+  EXPECT_STREQ(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)), "Acme Two|Cole Ltd");
+  sqlite3_finalize(st);
+}
+
+// The largest key of a table is remembered between statements but never outlives a write
+// made another way.
+TEST_F(SqliteDatabaseTest, KeysetsCountRowsWrittenByEveryRoute) {
+  std::int32_t before = open("SELECT Companies.* FROM Companies;", kLockReadOnly);
+  db.executeStatement("INSERT INTO Companies (CompanyName) VALUES ('Dale');");
+  db.executeStatement("INSERT INTO Companies (CompanyName) VALUES ('Eden');");
+  std::int32_t after = open("SELECT Companies.* FROM Companies;", kLockReadOnly);
+  EXPECT_EQ(db.recordCount(before), 4);
+  EXPECT_EQ(db.recordCount(after), 6);
+  EXPECT_EQ(add("Fenn"), 7);  // added through a recordset: the next keyset holds it
+  EXPECT_EQ(db.recordCount(open("SELECT Companies.* FROM Companies;", kLockReadOnly)), 7);
+  db.executeStatement("DELETE FROM Companies WHERE CompanyID >= 5;");
+  EXPECT_EQ(db.recordCount(open("SELECT Companies.* FROM Companies;", kLockReadOnly)), 4);
 }
 
 TEST_F(SqliteDatabaseTest, RequerySeesRowsAddedElsewhere) {
