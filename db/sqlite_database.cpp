@@ -96,9 +96,30 @@ bool parseNumberText(std::string_view text, double& out) {
   return true;
 }
 
+// A plain decimal integer of up to 15 digits (keys, counts, flags): the common case, read
+// without copies; anything else takes the general route.
+bool plainInteger(std::string_view t, std::int64_t& out) {
+  size_t i = !t.empty() && t[0] == '-' ? 1 : 0;
+  if (t.size() == i || t.size() - i > 15) return false;
+  std::int64_t value = 0;
+  for (size_t k = i; k < t.size(); ++k) {
+    if (t[k] < '0' || t[k] > '9') return false;
+    value = value * 10 + (t[k] - '0');
+  }
+  out = i ? -value : value;
+  return true;
+}
+
 // Converts the text written by a caller to the value stored in a column of that kind.
 Variant convertForColumn(Kind kind, std::string_view text, std::string_view column) {
   if (kind == Kind::Text || kind == Kind::Null) return Variant::text(std::string(text));
+  if (std::int64_t plain = 0;
+      (kind == Kind::Integer || kind == Kind::Double || kind == Kind::Boolean) &&
+      plainInteger(text, plain)) {
+    if (kind == Kind::Integer) return Variant::integer(plain);
+    if (kind == Kind::Double) return Variant::real(static_cast<double>(plain));
+    return Variant::boolean(plain != 0);
+  }
   if (GeneralUtilities::isBlank(text)) return Variant::null();
   std::string t = GeneralUtilities::trim(text);
   std::string u = upper(t);
