@@ -915,6 +915,10 @@ struct SqliteDatabase::Impl {
     for (auto& [handle, owned] : recordsets) {
       Recordset& r = *owned;
       if (!r.hasRowids()) continue;
+      bool holdsTable = false;  // a quick test before the look-up by column
+      for (const FromTable& t : r.translated.tables)
+        holdsTable = holdsTable || sameName(t.table, table);
+      if (!holdsTable) continue;
       auto columns = r.shape->byOrigin.find(origin);
       if (columns == r.shape->byOrigin.end()) continue;
       if (!r.loaded) {  // reads fresh values when it loads; only its added row is held
