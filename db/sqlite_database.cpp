@@ -359,6 +359,7 @@ struct SqliteDatabase::Impl {
   // new row needs it, and while the database is held exclusively only this connection's own
   // writes move it.
   NameMap<std::int64_t> knownMax;
+  sqlite3_int64 knownMaxStamp = -1;
   std::string originKey;  // propagate's look-up key, kept to spare an allocation per write
   // The columns written by setField to one row and not yet stored: consecutive writes to a
   // row become one UPDATE, run before any other statement of this connection.
@@ -368,7 +369,6 @@ struct SqliteDatabase::Impl {
     std::vector<std::pair<std::string, Variant>> columns;
   };
   std::optional<PendingWrite> pendingWrite;
-  sqlite3_int64 knownMaxStamp = -1;
 
   ~Impl() { disconnect(); }
 
@@ -678,15 +678,18 @@ struct SqliteDatabase::Impl {
     return value;
   }
 
-  // After one row was written by this connection (changes counted `before` it): keeps the
-  // known largest rowids valid, raised to `insertedRowid` for an insert into `table`.
-  void noteOneRowWritten(sqlite3_int64 before, const std::string& table,
-                         std::int64_t insertedRowid) {
-    if (knownMaxStamp != before || sqlite3_total_changes64(db) != before + 1) return;
+  // Runs a statement that writes one row of `table`, keeping the known largest rowids valid
+  // (raised by an insert). Answers the rowid of an insert.
+  std::int64_t writeOneRow(sqlite3_stmt* stmt, const std::string& table, bool insert,
+                           std::string_view what, std::string_view name) {
+    const sqlite3_int64 before = sqlite3_total_changes64(db);
+    step(stmt, what, name);
+    const std::int64_t rowid = insert ? sqlite3_last_insert_rowid(db) : 0;
+    if (knownMaxStamp != before || sqlite3_total_changes64(db) != before + 1) return rowid;
     knownMaxStamp = before + 1;
-    if (insertedRowid == 0) return;
-    auto known = knownMax.find(table);
-    if (known != knownMax.end()) known->second = std::max(known->second, insertedRowid);
+    auto known = insert ? knownMax.find(table) : knownMax.end();
+    if (known != knownMax.end()) known->second = std::max(known->second, rowid);
+    return rowid;
   }
 
   // Keeps a column's new value for the row's UPDATE; a write to another row stores the
@@ -723,9 +726,7 @@ struct SqliteDatabase::Impl {
     for (size_t i = 0; i < w.columns.size(); ++i)
       bind(stmt, static_cast<int>(i + 1), w.columns[i].second);
     sqlite3_bind_int64(stmt, static_cast<int>(w.columns.size() + 1), w.rowid);
-    const sqlite3_int64 before = sqlite3_total_changes64(db);
-    step(stmt, "Cannot write ", names);
-    noteOneRowWritten(before, w.table, 0);
+    writeOneRow(stmt, w.table, false, "Cannot write ", names);
   }
 
   // Reads the rows of the keyset.
@@ -1250,15 +1251,8 @@ bool SqliteDatabase::setField(std::int32_t handle, std::string_view field, std::
   Variant v = convertForColumn(kind, value, col.name);
   std::int64_t rowid =
       onAddedRow ? r.addedRowid : r.rowidOf(r.cursor, static_cast<size_t>(col.slot));
-  if (sameName(col.origin, info.rowidAlias)) {  // a new key can clash: stored at once
-    sqlite3_stmt* stmt = impl_->cached("UPDATE \"" + info.name + "\" SET \"" + col.origin +
-                                       "\" = ? WHERE rowid = ?");
-    impl_->bind(stmt, 1, v);
-    sqlite3_bind_int64(stmt, 2, rowid);
-    impl_->step(stmt, "Cannot write ", col.name);
-  } else {
-    impl_->writeLater(info.name, rowid, col.origin, v);
-  }
+  impl_->writeLater(info.name, rowid, col.origin, v);
+  if (sameName(col.origin, info.rowidAlias)) impl_->flushWrites();  // a new key can clash
   impl_->propagate(col.table, rowid, col.origin, v);
   return true;
 }
@@ -1297,7 +1291,7 @@ bool SqliteDatabase::setNewField(std::int32_t handle, std::string_view field,
 
 bool SqliteDatabase::updateRecord(std::int32_t handle) {
   Recordset& r = impl_->rs(handle);
-  if (!r.adding) return true;  // setField writes at once
+  if (!r.adding) return true;  // setField has written the row
   r.adding = false;
   const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
   ColumnValues values;
@@ -1314,8 +1308,8 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
       values[slot->second].second = std::move(v);
     if (!info.rowidAlias.empty() && sameName(origin, info.rowidAlias)) keyGiven = true;
   }
-  const Variant reservedKey = Variant::integer(r.reservedKey);
-  if (r.hasReservedKey && !keyGiven) values.emplace_back(info.rowidAlias, reservedKey);
+  if (r.hasReservedKey && !keyGiven)
+    values.emplace_back(info.rowidAlias, Variant::integer(r.reservedKey));
   std::string sql;
   if (values.empty()) {
     sql = "INSERT INTO \"" + info.name + "\" DEFAULT VALUES";
@@ -1331,10 +1325,8 @@ bool SqliteDatabase::updateRecord(std::int32_t handle) {
   sqlite3_stmt* stmt = impl_->cached(sql);
   for (size_t i = 0; i < values.size(); ++i)
     impl_->bind(stmt, static_cast<int>(i + 1), values[i].second);
-  const sqlite3_int64 before = sqlite3_total_changes64(impl_->db);
-  impl_->step(stmt, "Cannot add a row to ", info.name);
-  std::int64_t rowid = sqlite3_last_insert_rowid(impl_->db);
-  impl_->noteOneRowWritten(before, info.name, rowid);
+  const std::int64_t rowid =
+      impl_->writeOneRow(stmt, info.name, true, "Cannot add a row to ", info.name);
   r.pending.clear();
   r.hasReservedKey = false;
 
