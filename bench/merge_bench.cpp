@@ -9,9 +9,9 @@
 
 #include <string>
 
+#include "base/module_state.hpp"
 #include "db/practice_database.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "host/practice_host_services.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 
@@ -61,8 +61,8 @@ Practice& practice() {
                               lf::kCursorKeyset, lf::kLockOptimistic);
     };
     std::int32_t companies = open("Companies"), notes = open("CompaniesNotes"),
-                 clients = open("Clients"), data = open("ClientData"),
-                 contacts = open("Contacts"), links = open("ContactLinks");
+                 clients = open("Clients"), data = open("ClientData"), contacts = open("Contacts"),
+                 links = open("ContactLinks");
     std::int32_t satellites[] = {open("AccountingServices"), open("ClientOptions"),
                                  open("CorpTaxInfo"),        open("LawInfo"),
                                  open("OtherInfo"),          open("WSIB_EHTInfo")};

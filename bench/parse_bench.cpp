@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/module_state.hpp"
-#include "host/error_service.hpp"
+#include "base/error_service.hpp"
+#include "base/module_state.hpp"
 #include "records/name_parsing.hpp"
 #include "summaries/address_parsing.hpp"
 

@@ -17,11 +17,11 @@
 #include <string>
 #include <vector>
 
+#include "base/error_service.hpp"
+#include "base/module_state.hpp"
 #include "db/practice_database.hpp"
 #include "db/practice_schema.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
-#include "host/error_service.hpp"
 #include "host/message_box.hpp"
 #include "host/practice_host_services.hpp"
 #include "host/run_report.hpp"
@@ -80,9 +80,10 @@ long rawLoad(const std::string& from, const std::string& seeded, const std::stri
   long copied = 0;
   for (const std::string& table : tableNames(dst)) {
     sqlite3_stmt* read = nullptr;
-    const std::string select =
-        "SELECT * FROM main.\"" + table + "\" WHERE rowid > (SELECT coalesce(max(rowid), 0) FROM "
-        "seed.\"" + table + "\")";
+    const std::string select = "SELECT * FROM main.\"" + table +
+                               "\" WHERE rowid > (SELECT coalesce(max(rowid), 0) FROM "
+                               "seed.\"" +
+                               table + "\")";
     if (sqlite3_prepare_v2(src, select.c_str(), -1, &read, nullptr) != SQLITE_OK) continue;
     const int columns = sqlite3_column_count(read);
     std::string names, marks;
@@ -91,8 +92,9 @@ long rawLoad(const std::string& from, const std::string& seeded, const std::stri
       const std::string name = sqlite3_column_name(read, c);
       // Generated alias columns are not written.
       sqlite3_stmt* probe = nullptr;
-      if (sqlite3_prepare_v2(dst, ("INSERT INTO \"" + table + "\" (\"" + name + "\") VALUES (NULL)").c_str(),
-                             -1, &probe, nullptr) != SQLITE_OK) {
+      if (sqlite3_prepare_v2(
+              dst, ("INSERT INTO \"" + table + "\" (\"" + name + "\") VALUES (NULL)").c_str(), -1,
+              &probe, nullptr) != SQLITE_OK) {
         sqlite3_finalize(probe);
         continue;
       }
@@ -102,11 +104,13 @@ long rawLoad(const std::string& from, const std::string& seeded, const std::stri
       writable.push_back(c);
     }
     sqlite3_stmt* insert = nullptr;
-    sqlite3_prepare_v2(dst, ("INSERT INTO \"" + table + "\" (" + names + ") VALUES (" + marks + ")").c_str(),
-                       -1, &insert, nullptr);
+    sqlite3_prepare_v2(
+        dst, ("INSERT INTO \"" + table + "\" (" + names + ") VALUES (" + marks + ")").c_str(), -1,
+        &insert, nullptr);
     while (sqlite3_step(read) == SQLITE_ROW) {
       for (size_t i = 0; i < writable.size(); ++i)
-        sqlite3_bind_value(insert, static_cast<int>(i + 1), sqlite3_column_value(read, writable[i]));
+        sqlite3_bind_value(insert, static_cast<int>(i + 1),
+                           sqlite3_column_value(read, writable[i]));
       sqlite3_step(insert);
       sqlite3_reset(insert);
       ++copied;
@@ -179,9 +183,11 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
       contactTree.populateTPSTree();
       bool unused = false;
       contactTree.populateInitialTPSClientsCheckedItems(true, unused);
-      for (const std::string& id : tree.checkedIDs()) o.companyCollection.addRow({lf::Variant::text(id)});
+      for (const std::string& id : tree.checkedIDs())
+        o.companyCollection.addRow({lf::Variant::text(id)});
       contactTree.populateInitialTPSClientsCheckedItems(false, unused);
-      for (const std::string& id : tree.checkedIDs()) o.contactsCollection.addRow({lf::Variant::text(id)});
+      for (const std::string& id : tree.checkedIDs())
+        o.contactsCollection.addRow({lf::Variant::text(id)});
 
       engine.importTPSInformation();
     }

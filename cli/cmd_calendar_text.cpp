@@ -6,11 +6,11 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "base/general_utilities.hpp"
+#include "base/procedure.hpp"
 #include "cli/command_registry.hpp"
 #include "cli/merge_cli_support.hpp"
 #include "cli/merge_ids.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 
 namespace lf::cli {
@@ -61,7 +61,10 @@ void runCalendarText(const CalendarOptions& o) {
       rtb.ListType = 8;
       rtb.TaskID = o.id;
     }
-    requireRow(db, table, key, o.id, o.kind == "appt" ? "appointment" : o.kind == "docket" ? "time entry" : "task");
+    requireRow(db, table, key, o.id,
+               o.kind == "appt"     ? "appointment"
+               : o.kind == "docket" ? "time entry"
+                                    : "task");
     rtb.companyID = o.company >= 0 ? o.company : readLink(db, table, key, o.id, "CompanyIDNum");
     rtb.contactID = o.contact >= 0 ? o.contact : readLink(db, table, key, o.id, "ContactIDNum");
     if (rtb.companyID >= 0) requireRow(db, "Companies", "CompanyID", rtb.companyID, "company");
@@ -77,7 +80,8 @@ void runCalendarText(const CalendarOptions& o) {
 
 CommandRegistration registration(43, [](CLI::App& app) {
   auto o = std::make_shared<CalendarOptions>();
-  CLI::App* cmd = app.add_subcommand("calendar-text", "Calendar text of an appointment, time entry or task");
+  CLI::App* cmd =
+      app.add_subcommand("calendar-text", "Calendar text of an appointment, time entry or task");
   cmd->add_option("--practice", o->host.practicePath, "Practice database")->required();
   cmd->add_option("--kind", o->kind, "appt, docket or task")
       ->required()

@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "base/error_service.hpp"
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
-#include "frame/module_state.hpp"
-#include "host/error_service.hpp"
-#include "host/general_utilities.hpp"
 #include "records/name_parsing.hpp"
 #include "summaries/address_parsing.hpp"
 

@@ -11,10 +11,10 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "base/module_state.hpp"
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "host/progress_dialog.hpp"
 #include "sync/cls_import_tps_information.hpp"
 #include "sync/tps_contact_tree.hpp"
@@ -52,9 +52,9 @@ int listClients(const std::string& sourcePath) {
   contactTree.populateInitialTPSClientsCheckedItems(true, result);
 
   nlohmann::json clients = nlohmann::json::array();
-  std::int32_t rs = source.openRecordset(
-      "SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;", kCursorKeyset,
-      kLockReadOnly);
+  std::int32_t rs =
+      source.openRecordset("SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;",
+                           kCursorKeyset, kLockReadOnly);
   for (bool more = source.hasRecord(rs); more && !source.isEOF(rs); source.moveNext(rs)) {
     const std::string id = source.getField(rs, "ClientID").toString();
     const int node = tree.findKey(ClientTree::clientKey(id));
@@ -102,7 +102,9 @@ int runSync(const SyncTPSOptions& options) {
   bool finished = false;
   engine.runWizard = [&](clsImportTPSInformation& e) {
     TPSWizardHooks hooks;
-    hooks.setTPSDatabaseLocation = [&e](const std::string& path) { e.setTPSDatabaseLocation(path); };
+    hooks.setTPSDatabaseLocation = [&e](const std::string& path) {
+      e.setTPSDatabaseLocation(path);
+    };
     hooks.sourceDatabase = [&e] { return e.sourceDatabase(); };
     hooks.importTPSInformation = [&e] { e.importTPSInformation(); };
     frmTPSWizard wizard(e.options(), hooks);
@@ -138,8 +140,8 @@ CommandRegistration registration(30, [](CLI::App& app) {
   CLI::App* cmd = syncCommand(app)->add_subcommand("tps", "Synchronise a TPS export database");
   cmd->add_option("--source", options->source, "TPS export database");
   cmd->add_option("--practice", options->host.practicePath, "Practice database");
-  auto* answers =
-      cmd->add_option("--answers", options->answers, "Wizard answers (JSON)")->check(CLI::ExistingFile);
+  auto* answers = cmd->add_option("--answers", options->answers, "Wizard answers (JSON)")
+                      ->check(CLI::ExistingFile);
   auto* interactive =
       cmd->add_flag("--interactive", options->host.interactive, "Run the wizard at the terminal");
   answers->excludes(interactive);

@@ -8,12 +8,12 @@
 #include <iostream>
 #include <stdexcept>
 
-#include "frame/module_state.hpp"
-#include "host/date_utilities.hpp"
+#include "base/date_utilities.hpp"
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "cli/component_wiring.hpp"
 #include "host/file_utilities.hpp"
-#include "host/general_utilities.hpp"
 #include "host/progress_dialog.hpp"
-#include "merge/record_hooks.hpp"
 
 namespace lf::cli {
 
@@ -88,7 +88,7 @@ HostSession::HostSession(const HostOptions& options) {
   if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
   if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();
   if (!state.fileUtilities) state.fileUtilities = std::make_shared<FileUtilities>();
-  installMergeRecordHooks();
+  installComponentWiring();
   state.makeProgressDialog = [] { return std::make_unique<TerminalProgressDialog>(); };
 }
 

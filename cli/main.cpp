@@ -5,24 +5,6 @@
 
 #include "cli/command_registry.hpp"
 
-namespace lf::cli {
-
-std::vector<std::pair<int, CommandFactory>>& commandFactories() {
-  static std::vector<std::pair<int, CommandFactory>> factories;
-  return factories;
-}
-
-CommandRegistration::CommandRegistration(int order, CommandFactory factory) {
-  commandFactories().emplace_back(order, std::move(factory));
-}
-
-int& exitCode() {
-  static int code = 0;
-  return code;
-}
-
-}  // namespace lf::cli
-
 int main(int argc, char** argv) {
   CLI::App app{"lfimport: brings outside data into a Ledgerfolio practice database"};
   app.require_subcommand(1);

@@ -5,7 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "frame/module_state.hpp"
+#include "base/module_state.hpp"
 
 namespace lf::cli {
 

@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <set>
 
-#include "db/variant.hpp"
-#include "frame/failure.hpp"
+#include "base/failure.hpp"
+#include "base/variant.hpp"
 
 namespace lf {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "base/variant.hpp"
 #include "db/practice_schema.hpp"
-#include "db/variant.hpp"
 
 namespace lf {
 namespace {

@@ -16,9 +16,9 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
 #include "db/access_sql.hpp"
-#include "frame/failure.hpp"
-#include "host/general_utilities.hpp"
 
 namespace lf {
 namespace {

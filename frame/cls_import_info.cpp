@@ -3,12 +3,7 @@
 
 #include <memory>
 
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/date_utilities.hpp"
-#include "host/file_utilities.hpp"
-#include "host/general_utilities.hpp"
-#include "merge/record_hooks.hpp"
+#include "base/procedure.hpp"
 
 namespace lf {
 namespace {
@@ -22,59 +17,6 @@ std::map<std::string, ImportFormOpener>& formOpeners() {
 
 void registerImportForm(const std::string& formName, ImportFormOpener opener) {
   formOpeners()[formName] = std::move(opener);
-}
-
-clsImportInfo::clsImportInfo() {
-  ModuleState& state = moduleState();
-  state.generalUtilities = std::make_shared<GeneralUtilities>();
-  state.dateUtilities = std::make_shared<DateUtilities>();
-  state.fileUtilities = std::make_shared<FileUtilities>();
-  state.raiseExitProgram = [this] { raiseExitProgram(); };
-  installMergeRecordHooks();
-}
-
-clsImportInfo::~clsImportInfo() {
-  ModuleState& state = moduleState();
-  state.raiseExitProgram = nullptr;
-}
-
-void clsImportInfo::setErrorClass(ErrorService* errorClass) {
-  ModuleState& state = moduleState();
-  state.errorClass = errorClass;
-  if (state.generalUtilities) state.generalUtilities->setErrorService(errorClass);
-  if (state.dateUtilities) state.dateUtilities->setErrorService(errorClass);
-  state.errorClassIsSet = true;
-}
-
-void clsImportInfo::setMsgboxClass(MessageBox* msgbox) {
-  moduleState().MsgboxClass = msgbox;
-  moduleState().msgboxClassIsSet = true;
-}
-
-void clsImportInfo::setLocaleReference(LocaleService* locale) {
-  moduleState().LocaleReference = locale;
-}
-
-void clsImportInfo::setWorkingFolderReference(WorkingFolderService* folder) {
-  moduleState().WorkingFolderReference = folder;
-}
-
-void clsImportInfo::setDatabaseReference(DatabaseService* db) {
-  moduleState().DatabaseReference = db;
-  failedToInitializeFlag_ = db == nullptr;
-}
-
-void clsImportInfo::setTasksCtrlReference(TasksService* tasks) {
-  moduleState().TasksCtrlReference = tasks;
-}
-
-void clsImportInfo::setClientDropDownCtrlReference(ClientDropDownService* dropDown) {
-  moduleState().clientDropDownCtrlReference = dropDown;
-}
-
-void clsImportInfo::raiseExitProgram() {
-  exitProgramFlag_ = true;
-  if (ExitProgram) ExitProgram();
 }
 
 void clsImportInfo::openImportForm(const char* label, const char* formName) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/error_service.hpp"
+#include "base/error_service.hpp"
 
 namespace lf {
 

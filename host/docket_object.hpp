@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 namespace lf {
 

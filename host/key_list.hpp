@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 namespace lf {
 

@@ -3,9 +3,9 @@
 
 #include <cstdio>
 
+#include "base/date_utilities.hpp"
 #include "db/database_service.hpp"
-#include "host/date_utilities.hpp"
-#include "records/recordset_scope.hpp"
+#include "db/recordset_scope.hpp"
 
 namespace lf {
 namespace {
@@ -35,8 +35,9 @@ void PracticeDocket::newDocket() {
 
 bool PracticeDocket::loadDocket(long docketID) {
   newDocket();
-  RecordsetScope rs(db_, "SELECT Dockets.* FROM Dockets WHERE DocketID=" + std::to_string(docketID) + ";",
-                    kLockReadOnly);
+  RecordsetScope rs(
+      db_, "SELECT Dockets.* FROM Dockets WHERE DocketID=" + std::to_string(docketID) + ";",
+      kLockReadOnly);
   if (!db_.hasRecord(rs)) return false;
   docketID_ = docketID;
   if (auto from = db_.getField(rs, "TimeFrom").toDate()) {

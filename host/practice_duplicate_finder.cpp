@@ -5,10 +5,10 @@
 #include <sstream>
 #include <vector>
 
+#include "base/general_utilities.hpp"
+#include "base/legacy_text.hpp"
+#include "base/module_state.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
-#include "host/general_utilities.hpp"
-#include "host/legacy_text.hpp"
 #include "host/message_box.hpp"
 
 namespace lf {
@@ -76,8 +76,8 @@ std::string PracticeDuplicateFinder::candidateName() const {
 }
 
 std::string PracticeDuplicateFinder::normalisedCompanyName(std::string_view name) {
-  static const char* const kLegalWords[] = {"LTD", "LIMITED", "INC", "INCORPORATED", "CORP",
-                                            "CORPORATION", "CO", "LLC", "LLP", "THE"};
+  static const char* const kLegalWords[] = {"LTD",         "LIMITED", "INC", "INCORPORATED", "CORP",
+                                            "CORPORATION", "CO",      "LLC", "LLP",          "THE"};
   std::istringstream words(GeneralUtilities::upperCase(name));
   std::string word, out;
   while (words >> word) {
@@ -100,9 +100,11 @@ long PracticeDuplicateFinder::findByCode() const {
   auto found = readCandidates(
       *db,
       company ? "SELECT Companies.CompanyID, Companies.CompanyName FROM Companies WHERE "
-                "Companies.ClientID = " + quoted(clientCode_) + ";"
+                "Companies.ClientID = " +
+                    quoted(clientCode_) + ";"
               : "SELECT Contacts.ContactID, Contacts.DisplayName FROM Contacts WHERE "
-                "Contacts.ClientID = " + quoted(clientCode_) + ";",
+                "Contacts.ClientID = " +
+                    quoted(clientCode_) + ";",
       company ? "CompanyID" : "ContactID", company ? "CompanyName" : "DisplayName");
   return found.empty() ? -1 : found.front().id;
 }
@@ -115,12 +117,14 @@ long PracticeDuplicateFinder::findByName() const {
   if (kind_ == Company) {
     found = readCandidates(*db,
                            "SELECT Companies.CompanyID, Companies.CompanyName FROM Companies "
-                           "WHERE Companies.CompanyName = " + quoted(name) + ";",
+                           "WHERE Companies.CompanyName = " +
+                               quoted(name) + ";",
                            "CompanyID", "CompanyName");
   } else {
     std::string sql =
         "SELECT Contacts.ContactID, Contacts.DisplayName FROM Contacts WHERE "
-        "Contacts.DisplayName = " + quoted(name);
+        "Contacts.DisplayName = " +
+        quoted(name);
     if (!GeneralUtilities::isBlank(firstName_) && !GeneralUtilities::isBlank(lastName_))
       sql += " Or (Contacts.FirstName = " + quoted(firstName_) +
              " And Contacts.LastName = " + quoted(lastName_) + ")";
@@ -155,9 +159,11 @@ void PracticeDuplicateFinder::askAboutLikelyMatches() {
   const bool company = kind_ == Company;
   const std::string codeSql =
       company ? "SELECT Companies.CompanyID, Companies.CompanyName FROM Companies WHERE "
-                "Companies.ClientID = " + quoted(clientCode_) + ";"
+                "Companies.ClientID = " +
+                    quoted(clientCode_) + ";"
               : "SELECT Contacts.ContactID, Contacts.DisplayName FROM Contacts WHERE "
-                "Contacts.ClientID = " + quoted(clientCode_) + ";";
+                "Contacts.ClientID = " +
+                    quoted(clientCode_) + ";";
   const char* idColumn = company ? "CompanyID" : "ContactID";
   const char* nameColumn = company ? "CompanyName" : "DisplayName";
   if (!GeneralUtilities::isBlank(clientCode_))
@@ -167,11 +173,12 @@ void PracticeDuplicateFinder::askAboutLikelyMatches() {
     const std::string key = normalisedCompanyName(name);
     const std::string word = firstWord(name);
     if (!key.empty() && !word.empty()) {
-      for (const Candidate& c : readCandidates(
-               *db,
-               "SELECT Companies.CompanyID, Companies.CompanyName FROM Companies WHERE "
-               "Companies.CompanyName Like " + quoted(word + "*") + ";",
-               idColumn, nameColumn))
+      for (const Candidate& c :
+           readCandidates(*db,
+                          "SELECT Companies.CompanyID, Companies.CompanyName FROM Companies WHERE "
+                          "Companies.CompanyName Like " +
+                              quoted(word + "*") + ";",
+                          idColumn, nameColumn))
         if (normalisedCompanyName(c.name) == key) addUnique(c);
     }
   } else if (!company) {
@@ -185,16 +192,18 @@ void PracticeDuplicateFinder::askAboutLikelyMatches() {
     if (!last.empty()) {
       std::string sql =
           "SELECT Contacts.ContactID, Contacts.DisplayName, Contacts.FirstName FROM Contacts "
-          "WHERE Contacts.LastName = " + quoted(last);
+          "WHERE Contacts.LastName = " +
+          quoted(last);
       if (!first.empty()) sql += " And Contacts.FirstName Like " + quoted(first.substr(0, 1) + "*");
       for (const Candidate& c : readCandidates(*db, sql + ";", idColumn, nameColumn)) addUnique(c);
     }
     if (!name.empty())
-      for (const Candidate& c : readCandidates(
-               *db,
-               "SELECT Contacts.ContactID, Contacts.DisplayName FROM Contacts WHERE "
-               "Contacts.DisplayName = " + quoted(name) + ";",
-               idColumn, nameColumn))
+      for (const Candidate& c :
+           readCandidates(*db,
+                          "SELECT Contacts.ContactID, Contacts.DisplayName FROM Contacts WHERE "
+                          "Contacts.DisplayName = " +
+                              quoted(name) + ";",
+                          idColumn, nameColumn))
         addUnique(c);
   }
 
@@ -202,9 +211,9 @@ void PracticeDuplicateFinder::askAboutLikelyMatches() {
   if (box == nullptr) return;
   for (const Candidate& c : likely) {
     const std::string existing = c.name.empty() ? "#" + std::to_string(c.id) : c.name;
-    int answer = box->ask(name + " looks like the existing client " + existing +
-                              ". Is it the same client?",
-                          kMessageValidation);
+    int answer =
+        box->ask(name + " looks like the existing client " + existing + ". Is it the same client?",
+                 kMessageValidation);
     if (answer == kAnswerYes) {
       chosenMatch_ = c.id;
       return;

@@ -3,9 +3,9 @@
 
 #include <filesystem>
 
+#include "base/general_utilities.hpp"
 #include "db/database_service.hpp"
 #include "db/practice_database.hpp"
-#include "host/general_utilities.hpp"
 
 namespace lf {
 namespace {

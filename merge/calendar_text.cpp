@@ -1,9 +1,9 @@
 // The calendar's texts for an appointment, a time entry or a task: the display text and the
 // title bar, each merged from the user's template (or the default of the kind).
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 #include "merge/text_search.hpp"
 
@@ -11,8 +11,8 @@ namespace lf {
 namespace {
 
 struct CalendarKind {
-  std::string_view word;        // of the settings columns
-  std::string_view key;         // key column of the item's table
+  std::string_view word;  // of the settings columns
+  std::string_view key;   // key column of the item's table
   std::string_view defaultText;
 };
 
@@ -27,8 +27,10 @@ CalendarKind calendarKind(std::int32_t listType) {
               "«Time Entry Start Time» to «Time Entry End Time»\r\n«Company Name»\r\n«Time Entry "
               "Name»"};
     case 8:
-      return {"Task", "TaskID", "«Task Name» for «Company Name»\r\n«Task Start Time» to «Task End Time»"};
-    default: return {"", "", ""};
+      return {"Task", "TaskID",
+              "«Task Name» for «Company Name»\r\n«Task Start Time» to «Task End Time»"};
+    default:
+      return {"", "", ""};
   }
 }
 
@@ -79,8 +81,10 @@ std::string clsInsertFieldsInRTB::createDisplayTextByID2() {
     if (TestComment && testRTBComment(templateText, false, false, false))
       templateText = kind.defaultText;
 
-    const std::int32_t itemID = ListType == 5 ? appointmentID : ListType == 6 ? docketID
-                                : ListType == 8 ? TaskID : -1;
+    const std::int32_t itemID = ListType == 5   ? appointmentID
+                                : ListType == 6 ? docketID
+                                : ListType == 8 ? TaskID
+                                                : -1;
     std::string merged;
     std::string before;
     std::string after;
@@ -88,8 +92,9 @@ std::string clsInsertFieldsInRTB::createDisplayTextByID2() {
       initializeDataRecordsetsForSingleDocMerge();
       TemplateText = templateText;
       merged = parseRTBComment();
-      std::int32_t handle = ListType == 5 ? appointmentRecordset_
-                            : ListType == 6 ? docketRecordset_ : taskRecordset_;
+      std::int32_t handle = ListType == 5   ? appointmentRecordset_
+                            : ListType == 6 ? docketRecordset_
+                                            : taskRecordset_;
       DatabaseService* db = openDatabase();
       if (db != nullptr && handle >= 0) {
         yieldToMessageQueue(8);
@@ -135,8 +140,10 @@ std::string clsInsertFieldsInRTB::createTitleBarTextByID2() {
       templateText += "»";
     templateText = convertProvinceFields(std::move(templateText));
 
-    const std::int32_t itemID = ListType == 5 ? appointmentID : ListType == 6 ? docketID
-                                : ListType == 8 ? TaskID : -1;
+    const std::int32_t itemID = ListType == 5   ? appointmentID
+                                : ListType == 6 ? docketID
+                                : ListType == 8 ? TaskID
+                                                : -1;
     if (itemID >= 0) {
       initializeDataRecordsetsForSingleDocMerge();
       TemplateText = templateText;
@@ -160,7 +167,8 @@ std::int32_t clsInsertFieldsInRTB::getTaskIDFromScheduleIDNum(std::int32_t sched
     if (taskID >= 0) return;
     rs = db->openRecordset(
         "SELECT archiveTasks.oldTaskID, archiveTasks.ScheduleIDNum FROM archiveTasks WHERE "
-        "ScheduleIDNum=" + id + ";",
+        "ScheduleIDNum=" +
+            id + ";",
         kCursorKeyset, kLockReadOnly);
     if (db->hasRecord(rs))
       taskID = static_cast<std::int32_t>(db->getField(rs, "oldTaskID").toLong());
@@ -176,7 +184,8 @@ std::int32_t clsInsertFieldsInRTB::getDefaultContactIDFromCompanyID(std::int32_t
     if (db == nullptr) return;
     std::int32_t rs = db->openRecordset(
         "SELECT ContactLinks.CompanyNum, ContactLinks.ContactIDNum, ContactLinks.DefaultContact "
-        "FROM ContactLinks WHERE ContactLinks.CompanyNum = " + std::to_string(company) + ";",
+        "FROM ContactLinks WHERE ContactLinks.CompanyNum = " +
+            std::to_string(company) + ";",
         kCursorKeyset, kLockReadOnly);
     if (db->hasRecord(rs)) {
       while (!db->isEOF(rs)) {

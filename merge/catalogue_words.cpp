@@ -1,7 +1,7 @@
 // Country and province words of the merge catalogue, and the locale values the engine reads.
 #include "merge/catalogue_words.hpp"
 
-#include "frame/module_state.hpp"
+#include "base/module_state.hpp"
 #include "host/locale_service.hpp"
 
 namespace lf::merge {
@@ -13,29 +13,51 @@ std::string salesTaxWord(int province, const Date& today) {
   return "GST";
 }
 
-std::string provincialTaxWord(int province) { return province == 8 ? "QST" : "PST"; }
+std::string provincialTaxWord(int province) {
+  return province == 8 ? "QST" : "PST";
+}
 
 std::string boardWord(int province) {
   switch (province) {
-    case 0: case 1: case 2: case 4: case 9: case 12: return "WCB";
-    case 8: return "CSST";
-    case 10: case 11: return "WHSCC";
-    default: return "WSIB";
+    case 0:
+    case 1:
+    case 2:
+    case 4:
+    case 9:
+    case 12:
+      return "WCB";
+    case 8:
+      return "CSST";
+    case 10:
+    case 11:
+      return "WHSCC";
+    default:
+      return "WSIB";
   }
 }
 
 std::string provinceWord(int province) {
   switch (province) {
-    case 0: return "Alberta";
-    case 1: return "BC";
-    case 2: return "Manitoba";
-    case 4: return "Sask.";
-    case 8: return "Que.";
-    case 9: return "N.S.";
-    case 10: return "N.B.";
-    case 11: return "Nfld.";
-    case 12: return "P.E.I.";
-    default: return "ON";
+    case 0:
+      return "Alberta";
+    case 1:
+      return "BC";
+    case 2:
+      return "Manitoba";
+    case 4:
+      return "Sask.";
+    case 8:
+      return "Que.";
+    case 9:
+      return "N.S.";
+    case 10:
+      return "N.B.";
+    case 11:
+      return "Nfld.";
+    case 12:
+      return "P.E.I.";
+    default:
+      return "ON";
   }
 }
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 namespace lf::merge {
 

@@ -1,7 +1,7 @@
 // The word-valued client columns of the merge engine, over the shared enumeration texts.
 #include "merge/client_column_words.hpp"
 
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
 #include "merge/text_search.hpp"
 #include "records/enumerations.hpp"
 

@@ -1,7 +1,7 @@
 // Life cycle and properties of the merge engine.
 #include "merge/cls_insert_fields_in_rtb.hpp"
 
-#include "frame/procedure.hpp"
+#include "base/procedure.hpp"
 
 namespace lf {
 
@@ -17,7 +17,9 @@ clsInsertFieldsInRTB::clsInsertFieldsInRTB() {
   RTB = nullptr;
 }
 
-clsInsertFieldsInRTB::~clsInsertFieldsInRTB() { ignoreErrors([&] { closeDataRecordsets(); }); }
+clsInsertFieldsInRTB::~clsInsertFieldsInRTB() {
+  ignoreErrors([&] { closeDataRecordsets(); });
+}
 
 void clsInsertFieldsInRTB::setMergeFieldListUse(std::int32_t use) {
   mergeFieldListUse_ = use;

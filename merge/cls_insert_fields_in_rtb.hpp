@@ -20,7 +20,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 #include "merge/field_list.hpp"
 #include "merge/list_controls.hpp"
 

@@ -6,14 +6,14 @@
 #include <array>
 #include <string>
 
+#include "base/general_utilities.hpp"
+#include "base/legacy_format.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
 #include "host/locale_service.hpp"
 #include "merge/catalogue_words.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
-#include "host/legacy_format.hpp"
 
 namespace lf {
 namespace {
@@ -43,10 +43,10 @@ enum CustomFamily {
 
 struct CustomFamilyInfo {
   const char* sql;
-  const char* labelColumn;   // followed by 1..5
-  const char* databaseField; // followed by 1..5
-  const char* fixedName;     // followed by 1..5
-  const char* sample;        // followed by 1..5
+  const char* labelColumn;    // followed by 1..5
+  const char* databaseField;  // followed by 1..5
+  const char* fixedName;      // followed by 1..5
+  const char* sample;         // followed by 1..5
   std::string_view tag;
 };
 
@@ -79,8 +79,7 @@ const CustomFamilyInfo kCustomFamilies[] = {
     {"SELECT CustomFields.TaskCustomName1, CustomFields.TaskCustomName2, "
      "CustomFields.TaskCustomName3, CustomFields.TaskCustomName4, CustomFields.TaskCustomName5 "
      "FROM CustomFields;",
-     "TaskCustomName", "TaskCustom", "Custom Task Calendar Field ", "Custom Task Info ",
-     kTaskInfo},
+     "TaskCustomName", "TaskCustom", "Custom Task Calendar Field ", "Custom Task Info ", kTaskInfo},
     {"SELECT CustomFields.DocketCustomName1, CustomFields.DocketCustomName2, "
      "CustomFields.DocketCustomName3, CustomFields.DocketCustomName4, "
      "CustomFields.DocketCustomName5 FROM CustomFields;",
@@ -215,21 +214,22 @@ void clsInsertFieldsInRTB::addCustomRows(lf::FieldList& list, bool noListBox, in
 
   DatabaseService* db = moduleState().DatabaseReference;
   // A failed read resumes (on the error service's say) with the fixed names.
-  if (db != nullptr && db->isOpen()) resumeNext([&] {
-    std::int32_t rs = db->openRecordset(info.sql, kCursorKeyset, kLockReadOnly);
-    if (db->hasRecord(rs)) {
-      for (int n = 1; n <= 5; ++n) {
-        std::string label = db->getField(rs, info.labelColumn + std::to_string(n)).toString();
-        if (!label.empty() && label.back() == ':') label.pop_back();
-        if (label == "Custom " + std::to_string(n)) continue;  // the default label: fixed name
-        names[n - 1] = family == kCustomFirm ? "Your " + label : label;
+  if (db != nullptr && db->isOpen())
+    resumeNext([&] {
+      std::int32_t rs = db->openRecordset(info.sql, kCursorKeyset, kLockReadOnly);
+      if (db->hasRecord(rs)) {
+        for (int n = 1; n <= 5; ++n) {
+          std::string label = db->getField(rs, info.labelColumn + std::to_string(n)).toString();
+          if (!label.empty() && label.back() == ':') label.pop_back();
+          if (label == "Custom " + std::to_string(n)) continue;  // the default label: fixed name
+          names[n - 1] = family == kCustomFirm ? "Your " + label : label;
+        }
       }
-    }
-    db->closeRecordset(rs);
-  });
+      db->closeRecordset(rs);
+    });
   for (int n = 1; n <= 5; ++n)
-    addField(list, noListBox, info.databaseField + std::to_string(n), names[n - 1], info.tag,
-             kText, info.sample + std::to_string(n), 255);
+    addField(list, noListBox, info.databaseField + std::to_string(n), names[n - 1], info.tag, kText,
+             info.sample + std::to_string(n), 255);
 }
 
 void clsInsertFieldsInRTB::addContactNameRows(bool noListBox) {
@@ -293,8 +293,8 @@ void clsInsertFieldsInRTB::addAccountingRows(bool noListBox) {
   add("CorporationType", "Corporation Type", kText, "CCPC", 50);
   add("CorporationLevel", "Corporation Level", kText, "Federal Corporation", 50);
   add("CharitableNum", "Charitable Number", kText, "12345 6789 RR0001", 50);
-  add("WSIBNumber", province == 8 ? std::string("NEQ Number") : board + " Number", kText,
-      "1234567", 50);
+  add("WSIBNumber", province == 8 ? std::string("NEQ Number") : board + " Number", kText, "1234567",
+      50);
   if (province == 3) add("WSIBFirmNumber", board + " Firm Number", kText, "7654321", 50);
   add("WSIBPremiumRate", board + " Premium Rate", kText, "$2.98", 50);
   add("Coverage", board + " Coverage", kText, "Optional", 50);
@@ -367,8 +367,8 @@ void clsInsertFieldsInRTB::addMoreContactRows(bool noListBox) {
   addAddress("Business", "Contact Business", 255, 50, "100 King Street West");
   add("BusinessWebSite", "Contact Business Web Site", "www.smithholdings.example", 255);
   add("BusinessEmail", "Contact Business Email", "jane@smithholdings.example", 255);
-  add("BusinessFaceBookURL", "Contact Business FaceBook URL",
-      "www.facebook.example/smithholdings", 255);
+  add("BusinessFaceBookURL", "Contact Business FaceBook URL", "www.facebook.example/smithholdings",
+      255);
   add("BusinessTwitterAccount", "Contact Business Twitter Account", "@smithholdings", 255);
   add("HomePhone_Main", "Contact Personal Phone", "(416) 555-0200", 50);
   add("HomePhone_Cell", "Contact Personal Cell", "(416) 555-0201", 50);
@@ -448,8 +448,8 @@ void clsInsertFieldsInRTB::createCompanyInfoFieldListStructure(lf::FieldList& li
     add("AltPhoneNumber", "Alternate Phone Number", "(416) 555-0101", 50);
     add("FaxNumber", "Fax Number", "(416) 555-0104", 50);
     add("Email", "Email", "info@smithholdings.example", 255);
-    add("WebSite", "Web Site", canada ? "www.smithholdings.example.ca" : "www.smithholdings.example",
-        255);
+    add("WebSite", "Web Site",
+        canada ? "www.smithholdings.example.ca" : "www.smithholdings.example", 255);
     add("FaceBookURL", "Company FaceBook URL", "www.facebook.example/smithholdings", 255);
     add("TwitterAccount", "Company Twitter Account", "@smithholdings", 255);
     add("PartnerName", "Supervising Partner", "Robert Brown", 255);
@@ -529,8 +529,7 @@ void clsInsertFieldsInRTB::createTaskInfoFieldListStructure(lf::FieldList& list,
   });
 }
 
-void clsInsertFieldsInRTB::createDocketInfoFieldListStructure(lf::FieldList& list,
-                                                              bool noListBox) {
+void clsInsertFieldsInRTB::createDocketInfoFieldListStructure(lf::FieldList& list, bool noListBox) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-createDocketInfoFieldListStructure", [&] {
     const std::string todayText = formatDate(today(), "mmm d, yyyy");
     auto add = [&](std::string_view field, std::string_view name, std::int16_t type,
@@ -571,8 +570,7 @@ void clsInsertFieldsInRTB::createDocketInfoFieldListStructure(lf::FieldList& lis
   });
 }
 
-void clsInsertFieldsInRTB::createAccountantFieldListStructure(bool& noListBox,
-                                                              bool& clearListBox) {
+void clsInsertFieldsInRTB::createAccountantFieldListStructure(bool& noListBox, bool& clearListBox) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-createAccountantFieldListStructure", [&] {
     // The firm rows go to ListBox2, which has its own presence test.
     const bool noFirmBox = ListBox2 == nullptr;

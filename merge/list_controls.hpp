@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 namespace lf {
 

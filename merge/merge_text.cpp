@@ -1,8 +1,8 @@
 // Putting values into merge text, clearing what is left, and the glue between the pick
 // lists and the rich-text box of the template editor.
-#include "frame/failure.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/procedure.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 #include "merge/date_formats.hpp"
 #include "merge/text_search.hpp"
@@ -96,8 +96,10 @@ std::string clsInsertFieldsInRTB::getDBFieldFromListItem(long itemData) {
     if (itemData < 0) return;
     const FieldItem* item = fieldList_.itemByKey(static_cast<std::int32_t>(itemData));
     if (item == nullptr) return;
-    if (item->fieldType == kFieldDate) result = "(" + item->displayName + ", mmmm d yyyy)";
-    else result = item->databaseField;
+    if (item->fieldType == kFieldDate)
+      result = "(" + item->displayName + ", mmmm d yyyy)";
+    else
+      result = item->databaseField;
   });
   return result;
 }
@@ -110,8 +112,10 @@ std::string clsInsertFieldsInRTB::parseListItem(long itemData, bool withBrackets
     if (item == nullptr) return;
     if (withBrackets) result = kOpen;
     // A date picked from the list always comes with the long month format.
-    if (item->fieldType == kFieldDate) result += "(" + item->displayName + ", mmmm d yyyy)";
-    else result += item->displayName;
+    if (item->fieldType == kFieldDate)
+      result += "(" + item->displayName + ", mmmm d yyyy)";
+    else
+      result += item->displayName;
     if (withBrackets) result += kClose;
   });
   return result;
@@ -153,9 +157,9 @@ void clsInsertFieldsInRTB::insertCurrentDate(int format) {
     std::string_view pattern;
     if (format >= 1 && format <= 14) pattern = merge::kDateFormats[format - 1].token;
     // An unknown number still inserts the token, with an empty format.
-    RTB->insertText(std::string(kOpen) + "(Todays Date, " + std::string(pattern) + ")" +
-                        std::string(kClose),
-                    position);
+    RTB->insertText(
+        std::string(kOpen) + "(Todays Date, " + std::string(pattern) + ")" + std::string(kClose),
+        position);
   });
 }
 

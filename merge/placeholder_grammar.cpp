@@ -8,9 +8,9 @@
 #include <unordered_set>
 #include <vector>
 
-#include "frame/failure.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/procedure.hpp"
 #include "host/locale_service.hpp"
 #include "merge/catalogue_words.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
@@ -22,8 +22,8 @@ namespace {
 
 using merge::replaceNoCase;
 
-constexpr std::string_view kOpen = "\xC2\xAB";    // «
-constexpr std::string_view kClose = "\xC2\xBB";   // »
+constexpr std::string_view kOpen = "\xC2\xAB";   // «
+constexpr std::string_view kClose = "\xC2\xBB";  // »
 constexpr std::string_view kOpenRtf = "\\'ab";
 constexpr std::string_view kCloseRtf = "\\'bb";
 
@@ -113,9 +113,9 @@ const Rewrite kCanadaRewrites[] = {
 
 // The corporate tax number family, in the order in which its members are rewritten.
 const std::string_view kCorpTaxTokens[] = {
-    "«ON Corp. Tax Number»",   "«BC Corp. Tax Number»",   "«Alberta Corp. Tax Number»",
+    "«ON Corp. Tax Number»",       "«BC Corp. Tax Number»",    "«Alberta Corp. Tax Number»",
     "«Manitoba Corp. Tax Number»", "«Sask. Corp. Tax Number»", "«Que. Corp. Tax Number»",
-    "«N.B. Corp. Tax Number»", "«N.S. Corp. Tax Number»", "«Nfld. Corp. Tax Number»",
+    "«N.B. Corp. Tax Number»",     "«N.S. Corp. Tax Number»",  "«Nfld. Corp. Tax Number»",
     "«P.E.I. Corp. Tax Number»",
 };
 
@@ -264,13 +264,14 @@ class TokenIndex {
 // A value that could make a new token appear when it is put into the text.
 bool couldFormDelimiter(std::string_view value) {
   for (char c : value)
-    if (c == '\\' || c == '\'' || c == '\xC2' || c == '\xAB' || c == '\xBB' || c == '<' ||
-        c == '>')
+    if (c == '\\' || c == '\'' || c == '\xC2' || c == '\xAB' || c == '\xBB' || c == '<' || c == '>')
       return true;
   return false;
 }
 
-bool isSafeName(std::string_view name) { return !couldFormDelimiter(name); }
+bool isSafeName(std::string_view name) {
+  return !couldFormDelimiter(name);
+}
 
 }  // namespace
 
@@ -394,11 +395,16 @@ bool clsInsertFieldsInRTB::verifyFieldListIsPopulated() {
     populated = fieldList_.count() >= 1;
     if (populated) return;
     bool choose = true;
-    if (appointmentID >= 0) ListType = 5;
-    else if (TaskID >= 0) ListType = 8;
-    else if (docketID >= 0) ListType = 6;
-    else if (companyID >= 0 || contactID >= 0) ListType = 2;
-    else choose = false;
+    if (appointmentID >= 0)
+      ListType = 5;
+    else if (TaskID >= 0)
+      ListType = 8;
+    else if (docketID >= 0)
+      ListType = 6;
+    else if (companyID >= 0 || contactID >= 0)
+      ListType = 2;
+    else
+      choose = false;
     if (!choose) return;
     bool noListBox = false;
     bool clearListBox = false;
@@ -409,8 +415,8 @@ bool clsInsertFieldsInRTB::verifyFieldListIsPopulated() {
 }
 
 std::string clsInsertFieldsInRTB::parseTodaysDateInRTBComment(std::string& text,
-                                                             std::string_view open,
-                                                             std::string_view close) {
+                                                              std::string_view open,
+                                                              std::string_view close) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-parseTodaysDateInRTBComment", [&] {
     std::string token;
     for (const merge::DateFormatRow& row : merge::kDateFormats) {

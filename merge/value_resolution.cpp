@@ -6,19 +6,19 @@
 // MergeFieldListUse 2 the recordsets hold whole tables.
 #include <cmath>
 
+#include "base/date_utilities.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/legacy_format.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
 #include "host/client_drop_down.hpp"
-#include "host/date_utilities.hpp"
-#include "host/general_utilities.hpp"
 #include "merge/client_column_words.hpp"
+#include "merge/cls_insert_fields_in_rtb.hpp"
+#include "merge/text_search.hpp"
 #include "records/enumerations.hpp"
 #include "records/lookups.hpp"
-#include "merge/cls_insert_fields_in_rtb.hpp"
-#include "host/legacy_format.hpp"
-#include "merge/text_search.hpp"
 
 namespace lf {
 
@@ -38,13 +38,17 @@ namespace {
 
 using merge::RecordsetKind;
 
-DatabaseService* database() { return moduleState().DatabaseReference; }
+DatabaseService* database() {
+  return moduleState().DatabaseReference;
+}
 bool databaseOpen() {
   DatabaseService* db = database();
   return db != nullptr && db->isOpen();
 }
 
-std::string idText(std::int32_t id) { return std::to_string(id); }
+std::string idText(std::int32_t id) {
+  return std::to_string(id);
+}
 
 std::optional<Date> parseDateText(const std::string& raw) {
   if (auto d = Date::fromIso(raw)) return d;
@@ -103,7 +107,9 @@ bool isAbbreviatedCompanyProvince(const std::string& upperField) {
   return upperField == "ABBREVIATEDPROVINCE" || upperField == "ALTABBREVIATEDPROVINCE";
 }
 
-void removeAbbreviated(std::string& field) { merge::replaceNoCase(field, "Abbreviated", ""); }
+void removeAbbreviated(std::string& field) {
+  merge::replaceNoCase(field, "Abbreviated", "");
+}
 
 const RecordsetKind kCompanyKind{
     merge::kCompanyRecordset,
@@ -112,10 +118,12 @@ const RecordsetKind kCompanyKind{
     "Companies.Custom5 AS CompanyCustom5 From Companies",
     " WHERE Companies.CompanyID=", ";", "CompanyID"};
 const RecordsetKind kSoftwareOfCompanyKind{
-    merge::kSoftwareRecordset, "SELECT SoftwareInfo.* From SoftwareInfo WHERE SoftwareInfo.DefaultSoftware=True",
+    merge::kSoftwareRecordset,
+    "SELECT SoftwareInfo.* From SoftwareInfo WHERE SoftwareInfo.DefaultSoftware=True",
     " AND SoftwareInfo.CompanyIDNum=", ";", "CompanyID"};
 const RecordsetKind kSoftwareOfContactKind{
-    merge::kSoftwareRecordset, "SELECT SoftwareInfo.* From SoftwareInfo WHERE SoftwareInfo.DefaultSoftware=True",
+    merge::kSoftwareRecordset,
+    "SELECT SoftwareInfo.* From SoftwareInfo WHERE SoftwareInfo.DefaultSoftware=True",
     " AND SoftwareInfo.ContactIDNum=", ";", "CompanyID"};
 const RecordsetKind kContactKind{
     merge::kContactRecordset,
@@ -130,9 +138,9 @@ const RecordsetKind kFirmKind{
     "AccountantFirmInfo.Custom4 AS FirmCustom4, AccountantFirmInfo.Custom5 AS FirmCustom5 From "
     "AccountantFirmInfo",
     " WHERE CompanyID=", ";", "CompanyID"};
-const RecordsetKind kEmployeeKind{
-    merge::kEmployeeRecordset, "SELECT AccountantEmployeeInfo.* From AccountantEmployeeInfo",
-    " WHERE ContactID=", ";", "ContactID"};
+const RecordsetKind kEmployeeKind{merge::kEmployeeRecordset,
+                                  "SELECT AccountantEmployeeInfo.* From AccountantEmployeeInfo",
+                                  " WHERE ContactID=", ";", "ContactID"};
 const RecordsetKind kAppointmentKind{
     merge::kAppointmentRecordset,
     "SELECT Appointments.*, Appointments.Custom1 AS ApptCustom1, Appointments.Custom2 AS "
@@ -159,31 +167,41 @@ const RecordsetKind kTaskAloneKind{
     "AS TaskCustom3, Tasks.Custom4 AS TaskCustom4, Tasks.Custom5 AS TaskCustom5 FROM Tasks",
     " WHERE Tasks.TaskID=", ";", "TaskID"};
 // The key of the company notes is spelt "ComapnyNum", as the column is named. Intended.
-const RecordsetKind kCompanyNotesKind{
-    merge::kCompanyNotesRecordset, "SELECT CompaniesNotes.* From CompaniesNotes",
-    " WHERE CompaniesNotes.CompanyNum=", ";", "ComapnyNum"};
-const RecordsetKind kContactNotesKind{
-    merge::kContactNotesRecordset, "SELECT ContactsNotes.* From ContactsNotes",
-    " WHERE ContactsNotes.ContactNum=", ";", "ContactNum"};
+const RecordsetKind kCompanyNotesKind{merge::kCompanyNotesRecordset,
+                                      "SELECT CompaniesNotes.* From CompaniesNotes",
+                                      " WHERE CompaniesNotes.CompanyNum=", ";", "ComapnyNum"};
+const RecordsetKind kContactNotesKind{merge::kContactNotesRecordset,
+                                      "SELECT ContactsNotes.* From ContactsNotes",
+                                      " WHERE ContactsNotes.ContactNum=", ";", "ContactNum"};
 // The full business client record; its statement is built by getMainBusinessSQLString.
-const RecordsetKind kClientKind{merge::kClientRecordset, nullptr, nullptr, nullptr,
-                                      "CompanyID"};
+const RecordsetKind kClientKind{merge::kClientRecordset, nullptr, nullptr, nullptr, "CompanyID"};
 
 }  // namespace
 
 std::int32_t& clsInsertFieldsInRTB::handleOf(int slot) {
   switch (slot) {
-    case merge::kClientRecordset: return clientRecordset_;
-    case merge::kCompanyRecordset: return companyRecordset_;
-    case merge::kCompanyNotesRecordset: return companyNotesRecordset_;
-    case merge::kContactRecordset: return contactRecordset_;
-    case merge::kContactNotesRecordset: return contactNotesRecordset_;
-    case merge::kSoftwareRecordset: return softwareRecordset_;
-    case merge::kFirmRecordset: return firmRecordset_;
-    case merge::kEmployeeRecordset: return employeeRecordset_;
-    case merge::kAppointmentRecordset: return appointmentRecordset_;
-    case merge::kTaskRecordset: return taskRecordset_;
-    default: return docketRecordset_;
+    case merge::kClientRecordset:
+      return clientRecordset_;
+    case merge::kCompanyRecordset:
+      return companyRecordset_;
+    case merge::kCompanyNotesRecordset:
+      return companyNotesRecordset_;
+    case merge::kContactRecordset:
+      return contactRecordset_;
+    case merge::kContactNotesRecordset:
+      return contactNotesRecordset_;
+    case merge::kSoftwareRecordset:
+      return softwareRecordset_;
+    case merge::kFirmRecordset:
+      return firmRecordset_;
+    case merge::kEmployeeRecordset:
+      return employeeRecordset_;
+    case merge::kAppointmentRecordset:
+      return appointmentRecordset_;
+    case merge::kTaskRecordset:
+      return taskRecordset_;
+    default:
+      return docketRecordset_;
   }
 }
 
@@ -245,37 +263,36 @@ void clsInsertFieldsInRTB::closeDataRecordsets() {
 }
 
 void clsInsertFieldsInRTB::initializeDataRecordsetsForSingleDocMerge() {
-  procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-initializeDataRecordsetsForSingleDocMerge",
-            [&] {
-              closeDataRecordsets();
-              const int mode = mergeFieldListUse_ == kUseWrite ? kLockOptimistic : kLockReadOnly;
-              if (databaseOpen()) {
-                DatabaseService* db = database();
-                if (companyID >= 0) {
-                  openForKind(kClientKind, companyID, mode);
-                  openForKind(kCompanyKind, companyID, mode);
-                  openForKind(kSoftwareOfCompanyKind, companyID, mode);
-                }
-                if (contactID >= 0) {
-                  openForKind(kContactKind, contactID, mode);
-                  if (softwareRecordset_ < 0) openForKind(kSoftwareOfContactKind, contactID, mode);
-                }
-                if (firmID >= 0) openForKind(kFirmKind, firmID, mode);
-                if (userID >= 0) openForKind(kEmployeeKind, userID, mode);
-                if (appointmentID >= 0) openForKind(kAppointmentKind, appointmentID, mode);
-                if (docketID >= 0) openForKind(kDocketKind, docketID, mode);
-                if (TaskID >= 0) {
-                  openForKind(kTaskWithScheduleKind, TaskID, mode);
-                  if (!db->hasRecord(taskRecordset_)) {
-                    db->closeRecordset(taskRecordset_);
-                    openForKind(kTaskAloneKind, TaskID, mode);
-                  }
-                }
-              }
-              bool noListBox = true;
-              bool clearListBox = true;
-              createDefaultFieldListStructure(noListBox, clearListBox);
-            });
+  procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-initializeDataRecordsetsForSingleDocMerge", [&] {
+    closeDataRecordsets();
+    const int mode = mergeFieldListUse_ == kUseWrite ? kLockOptimistic : kLockReadOnly;
+    if (databaseOpen()) {
+      DatabaseService* db = database();
+      if (companyID >= 0) {
+        openForKind(kClientKind, companyID, mode);
+        openForKind(kCompanyKind, companyID, mode);
+        openForKind(kSoftwareOfCompanyKind, companyID, mode);
+      }
+      if (contactID >= 0) {
+        openForKind(kContactKind, contactID, mode);
+        if (softwareRecordset_ < 0) openForKind(kSoftwareOfContactKind, contactID, mode);
+      }
+      if (firmID >= 0) openForKind(kFirmKind, firmID, mode);
+      if (userID >= 0) openForKind(kEmployeeKind, userID, mode);
+      if (appointmentID >= 0) openForKind(kAppointmentKind, appointmentID, mode);
+      if (docketID >= 0) openForKind(kDocketKind, docketID, mode);
+      if (TaskID >= 0) {
+        openForKind(kTaskWithScheduleKind, TaskID, mode);
+        if (!db->hasRecord(taskRecordset_)) {
+          db->closeRecordset(taskRecordset_);
+          openForKind(kTaskAloneKind, TaskID, mode);
+        }
+      }
+    }
+    bool noListBox = true;
+    bool clearListBox = true;
+    createDefaultFieldListStructure(noListBox, clearListBox);
+  });
 }
 
 std::string clsInsertFieldsInRTB::getDataFieldInfo(std::int32_t key, std::string_view format) {
@@ -315,8 +332,8 @@ std::string clsInsertFieldsInRTB::getDataFieldInfo(std::int32_t key, std::string
         if (companyID >= 0) {
           if (softwareRecordset_ < 0 && mergeFieldListUse_ == kUseManyRecords)
             openForKind(kSoftwareOfCompanyKind, companyID, kLockReadOnly);
-          if (softwareRecordset_ >= 0 && seekRow(softwareRecordset_, kSoftwareOfCompanyKind,
-                                                 companyID))
+          if (softwareRecordset_ >= 0 &&
+              seekRow(softwareRecordset_, kSoftwareOfCompanyKind, companyID))
             raw = getDataFieldFromRecordset(field);
         }
       } else if (tag == "FirmInfo") {
@@ -348,16 +365,24 @@ std::string clsInsertFieldsInRTB::getDataFieldInfo(std::int32_t key, std::string
                   d, GeneralUtilities::isBlank(format) ? std::string_view("mmm d, yyyy") : format);
             break;
           }
-          case kFieldTime: result = formatDate(requireDate(raw), "h:Nn am/pm"); break;
-          case kFieldMoney: result = formatNumber(requireNumber(raw), "$#,##0.00;$-#,##0.00"); break;
-          case kFieldYesNo: result = textToBool(raw) ? "Yes" : "No"; break;
+          case kFieldTime:
+            result = formatDate(requireDate(raw), "h:Nn am/pm");
+            break;
+          case kFieldMoney:
+            result = formatNumber(requireNumber(raw), "$#,##0.00;$-#,##0.00");
+            break;
+          case kFieldYesNo:
+            result = textToBool(raw) ? "Yes" : "No";
+            break;
           case kFieldDuration: {
             float hours = static_cast<float>(requireNumber(raw));
             long minutes = std::lrint(static_cast<double>(hours * 60.0f));
             result = GeneralUtilities::minutesToText(minutes);
             break;
           }
-          default: result = raw; break;
+          default:
+            result = raw;
+            break;
         }
       }
     }
@@ -389,8 +414,10 @@ std::string clsInsertFieldsInRTB::getDataFieldFromRecordset(std::string& field) 
         if (const InheritedField* inherited = inheritedField(field)) {
           std::string own = readText(contactRecordset_, field);
           std::string company = readText(companyRecordset_, inherited->companyField);
-          if (inherited->contactFirst) result = GeneralUtilities::isBlank(own) ? company : own;
-          else result = GeneralUtilities::isBlank(company) ? own : company;
+          if (inherited->contactFirst)
+            result = GeneralUtilities::isBlank(own) ? company : own;
+          else
+            result = GeneralUtilities::isBlank(company) ? own : company;
           return;
         }
       }
@@ -410,8 +437,8 @@ std::string clsInsertFieldsInRTB::getDataFieldFromRecordset(std::string& field) 
           } else if (GeneralUtilities::isBlank(spouseLast) || spouseLast == last) {
             result = GeneralUtilities::trim(first + " & " + spouseFirst + " " + last);
           } else {
-            result = GeneralUtilities::trim(first + " " + last + " & " + spouseFirst + " " +
-                                            spouseLast);
+            result =
+                GeneralUtilities::trim(first + " " + last + " & " + spouseFirst + " " + spouseLast);
           }
         }
         return;
@@ -574,9 +601,8 @@ std::string clsInsertFieldsInRTB::getFullProvinceString(std::string_view provinc
 std::string clsInsertFieldsInRTB::getTodaysDate(std::string_view format) {
   std::string result;
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-getTodaysDate", [&] {
-    result = formatDate(today(), GeneralUtilities::isBlank(format)
-                                            ? std::string_view("mmm d, yyyy")
-                                            : format);
+    result = formatDate(
+        today(), GeneralUtilities::isBlank(format) ? std::string_view("mmm d, yyyy") : format);
     if (!GeneralUtilities::isBlank(result) && ConvertStrToRTF) result = convertToRTF(result);
   });
   return result;
@@ -600,8 +626,10 @@ bool clsInsertFieldsInRTB::writeByType(std::int32_t handle, std::string_view fie
       Variant asText = Variant::real(static_cast<double>(v));
       return db->setField(handle, field, asText.toString());
     }
-    case kFieldYesNo: return db->setField(handle, field, textToBool(text) ? "True" : "False");
-    default: return db->setField(handle, field, text);
+    case kFieldYesNo:
+      return db->setField(handle, field, textToBool(text) ? "True" : "False");
+    default:
+      return db->setField(handle, field, text);
   }
 }
 

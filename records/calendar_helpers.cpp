@@ -4,12 +4,12 @@
 #include <cmath>
 #include <string>
 
+#include "base/date_utilities.hpp"
+#include "base/general_utilities.hpp"
+#include "base/legacy_format.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/date_utilities.hpp"
-#include "host/general_utilities.hpp"
-#include "host/legacy_format.hpp"
 
 namespace lf {
 namespace {

@@ -6,7 +6,7 @@
 // is the fraction of the day.
 #pragma once
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 namespace lf {
 

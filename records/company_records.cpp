@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "records/record_support.hpp"
-#include "records/recordset_scope.hpp"
 
 namespace lf {
 namespace {
@@ -48,10 +48,9 @@ void addCompaniesNotesRow(DatabaseService& db, long companyID) {
 
 // The company's Clients entry, with ContactIDNum -1 also when the row was there.
 void setCompanyClientsRow(DatabaseService& db, long companyID) {
-  RecordsetScope rs(db,
-                    "SELECT Clients.* FROM Clients WHERE Clients.CompanyIDNum=" +
-                        text(companyID) + ";",
-                    kLockOptimistic);
+  RecordsetScope rs(
+      db, "SELECT Clients.* FROM Clients WHERE Clients.CompanyIDNum=" + text(companyID) + ";",
+      kLockOptimistic);
   if (db.hasRecord(rs)) {
     db.setField(rs, "ContactIDNum", "-1");
     return;
@@ -64,10 +63,9 @@ void setCompanyClientsRow(DatabaseService& db, long companyID) {
 
 // The company's ClientData row, the existing one or a new one; answers its ClientDataID.
 long clientDataRow(DatabaseService& db, long companyID) {
-  RecordsetScope rs(db,
-                    "SELECT ClientData.* FROM ClientData WHERE CompanyIDNum=" +
-                        text(companyID) + ";",
-                    kLockOptimistic);
+  RecordsetScope rs(
+      db, "SELECT ClientData.* FROM ClientData WHERE CompanyIDNum=" + text(companyID) + ";",
+      kLockOptimistic);
   if (db.hasRecord(rs)) return toLong(db.getField(rs, "ClientDataID"));
   db.addNewRecord(rs);
   db.setNewField(rs, "CompanyIDNum", text(companyID));
@@ -82,9 +80,9 @@ void addSatelliteRows(DatabaseService& db, long clientDataID) {
     resumeNext([&] {
       const std::string table(satellite.table);
       const std::string key(satellite.keyColumn);
-      RecordsetScope rs(
-          db, "SELECT " + table + ".* FROM " + table + " WHERE " + key + "=" + id + ";",
-          kLockOptimistic);
+      RecordsetScope rs(db,
+                        "SELECT " + table + ".* FROM " + table + " WHERE " + key + "=" + id + ";",
+                        kLockOptimistic);
       if (db.hasRecord(rs)) return;
       db.addNewRecord(rs);
       db.setNewField(rs, key, id);
@@ -121,15 +119,15 @@ long addNewClientDataEntry() {
 
 long addNewClientDataEntryForExistingCompany(long companyID) {
   long result = -1;
-  procedure(
-      "Ledgerfolio.exe-modDatabaseClientFunctions-addNewClientDataEntryForExistingCompany", [&] {
-        DatabaseService* db = usablePracticeDatabase();
-        if (db == nullptr) return;
-        result = clientDataRow(*db, companyID);
-        setCompanyClientsRow(*db, companyID);
-        addSatelliteRows(*db, result);
-        dropDown().refreshClientList();
-      });
+  procedure("Ledgerfolio.exe-modDatabaseClientFunctions-addNewClientDataEntryForExistingCompany",
+            [&] {
+              DatabaseService* db = usablePracticeDatabase();
+              if (db == nullptr) return;
+              result = clientDataRow(*db, companyID);
+              setCompanyClientsRow(*db, companyID);
+              addSatelliteRows(*db, result);
+              dropDown().refreshClientList();
+            });
   return result;
 }
 

@@ -7,15 +7,15 @@
 #include <string_view>
 #include <vector>
 
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "records/default_contacts.hpp"
 #include "records/family_relationships.hpp"
 #include "records/lookups.hpp"
 #include "records/name_parsing.hpp"
 #include "records/personal_tax_records.hpp"
 #include "records/record_support.hpp"
-#include "records/recordset_scope.hpp"
 
 namespace lf {
 namespace {

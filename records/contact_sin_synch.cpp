@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "records/record_support.hpp"
-#include "records/recordset_scope.hpp"
 
 namespace lf {
 namespace {

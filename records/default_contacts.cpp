@@ -10,13 +10,12 @@
 #include <string>
 #include <string_view>
 
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/procedure.hpp"
+#include "db/recordset_scope.hpp"
+#include "records/client_record_hooks.hpp"
 #include "records/lookups.hpp"
 #include "records/record_support.hpp"
-#include "records/recordset_scope.hpp"
-#include "summaries/company_summaries.hpp"
-#include "summaries/contact_summaries.hpp"
 
 namespace lf {
 namespace {
@@ -84,8 +83,9 @@ void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
             db->setField(rs, "DefaultContact", records::boolText(rowContact == contactID));
             if (!noSummaries) {
               const std::int32_t position = db->getPosition(rs);
-              saveContactBusinessRTF(rowContact, -1, companyID, false);
-              saveCompanyContactRTF(companyID, contactID);
+              const ClientRecordHooks& hooks = clientRecordHooks();
+              callRecordHook(hooks.saveContactBusinessRTF, rowContact, -1L, companyID, false);
+              callRecordHook(hooks.saveCompanyContactRTF, companyID, contactID);
               db->setPosition(rs, position);
             }
           });
@@ -100,7 +100,7 @@ void setContactAsDefault(long contactID, long companyID, bool noSummaries) {
 void setNoContactAsDefault(long companyID, bool noSummaries) {
   procedure(label("setNoContactAsDefault"), [&] {
     updateDefaultContactInfo(companyID);
-    if (!noSummaries) saveCompanyContactRTF(companyID, -1);
+    if (!noSummaries) callRecordHook(clientRecordHooks().saveCompanyContactRTF, companyID, -1L);
   });
 }
 

@@ -4,9 +4,9 @@
 
 #include <initializer_list>
 
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
+#include "base/failure.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "host/locale_service.hpp"
 
 namespace lf {

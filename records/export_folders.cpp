@@ -2,12 +2,12 @@
 // remembered path. The row is added with only UserIDNum set the first time it is needed.
 #include "records/export_folders.hpp"
 
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "host/locale_service.hpp"
-#include "records/recordset_scope.hpp"
 
 namespace lf {
 namespace {

@@ -5,10 +5,10 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "records/record_support.hpp"
-#include "records/recordset_scope.hpp"
 
 namespace lf {
 namespace {

@@ -5,14 +5,14 @@
 #include <cmath>
 #include <string>
 
-#include "db/variant.hpp"
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
+#include "base/variant.hpp"
+#include "db/recordset_scope.hpp"
 #include "host/client_drop_down.hpp"
-#include "host/general_utilities.hpp"
 #include "host/locale_service.hpp"
-#include "records/recordset_scope.hpp"
 
 namespace lf {
 namespace {

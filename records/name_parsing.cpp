@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
 
 namespace lf {
 namespace {

@@ -6,8 +6,8 @@
 #include <initializer_list>
 #include <optional>
 
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
+#include "base/procedure.hpp"
 
 namespace lf {
 namespace {

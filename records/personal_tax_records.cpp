@@ -5,14 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "records/client_record_hooks.hpp"
 #include "records/contact_records.hpp"
 #include "records/lookups.hpp"
 #include "records/record_support.hpp"
-#include "records/recordset_scope.hpp"
-#include "summaries/contact_summaries.hpp"
 
 namespace lf {
 namespace {
@@ -112,7 +111,7 @@ void addNewPersonalTaxClientForExistingContact(long contactID, long categoryID, 
     }
 
     addNewContactReferences(contactID);
-    saveContactPersonalTaxRTF(contactID, taxYear, -1);
+    callRecordHook(clientRecordHooks().saveContactPersonalTaxRTF, contactID, taxYear, -1L);
 
     auto keyOnly = [](std::int32_t) {};
     addPerYearRow(*db, "PersonalTaxInfo", contact, year, keyOnly);

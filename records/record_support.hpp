@@ -5,11 +5,11 @@
 
 #include <string>
 
-#include "db/variant.hpp"
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/variant.hpp"
 #include "host/client_drop_down.hpp"
-#include "host/general_utilities.hpp"
 #include "host/locale_service.hpp"
 
 namespace lf::records {

@@ -2,11 +2,11 @@
 // the four loaders that fill AddressFields from a contact, an employee, a company or the firm.
 #include "summaries/address_blocks.hpp"
 
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
-#include "host/legacy_text.hpp"
+#include "base/general_utilities.hpp"
+#include "base/legacy_text.hpp"
+#include "base/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "records/lookups.hpp"
-#include "records/recordset_scope.hpp"
 #include "summaries/summary_records.hpp"
 
 namespace lf {

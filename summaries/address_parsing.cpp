@@ -4,9 +4,9 @@
 
 #include <vector>
 
-#include "frame/failure.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/procedure.hpp"
 
 namespace lf {
 namespace {

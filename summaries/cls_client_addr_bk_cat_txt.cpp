@@ -1,10 +1,10 @@
 // clsClientAddrBkCatTxt: the address-book path of a business client; see the header.
 #include "summaries/cls_client_addr_bk_cat_txt.hpp"
 
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "host/client_drop_down.hpp"
-#include "records/recordset_scope.hpp"
 
 namespace lf {
 namespace {

@@ -5,11 +5,11 @@
 #include <optional>
 #include <string_view>
 
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
+#include "base/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "records/enumerations.hpp"
 #include "records/lookups.hpp"
-#include "records/recordset_scope.hpp"
 #include "summaries/address_blocks.hpp"
 #include "summaries/cls_client_addr_bk_cat_txt.hpp"
 #include "summaries/contact_summaries.hpp"
@@ -40,8 +40,7 @@ void writeAlternateAddress(RtfSummaryText& out, DatabaseService& db, std::int32_
             createAddress(fields, false, false));
 }
 
-void writeParentAndSubsidiaries(RtfSummaryText& out, DatabaseService& db, std::int32_t h,
-                                long id) {
+void writeParentAndSubsidiaries(RtfSummaryText& out, DatabaseService& db, std::int32_t h, long id) {
   long parent = static_cast<long>(db.getField(h, "CompanyNum").toLong());
   if (validCompanyID(parent)) {
     RecordsetScope parentRow(db,
@@ -61,8 +60,7 @@ void writeParentAndSubsidiaries(RtfSummaryText& out, DatabaseService& db, std::i
   if (count <= 0) return;
   db.hasRecord(subsidiaries);
   if (count == 1) {
-    out.line(R"(\b Associated Subsidiary Company: \b0 )",
-             db.getField(subsidiaries, "CompanyName"));
+    out.line(R"(\b Associated Subsidiary Company: \b0 )", db.getField(subsidiaries, "CompanyName"));
     return;
   }
   out.heading(R"(\b Associated Subsidiary Companies\b0\par)");
@@ -76,8 +74,8 @@ void writeClientCustomFields(RtfSummaryText& out, DatabaseService& db, long comp
   long clientDataID = getClientDataIDFromCompanyID(companyID);
   if (clientDataID <= 0) return;
   RecordsetScope other(
-      db, "SELECT OtherInfo.* FROM OtherInfo WHERE OtherInfoID=" + std::to_string(clientDataID) +
-              ";",
+      db,
+      "SELECT OtherInfo.* FROM OtherInfo WHERE OtherInfoID=" + std::to_string(clientDataID) + ";",
       kLockReadOnly);
   RecordsetScope names(db,
                        "SELECT CustomFields.CustomName1, CustomFields.CustomName2, "
@@ -142,8 +140,8 @@ std::string saveCompanyRTF(long companyID, long firmID) {
     out.line(R"(\b FaceBook:\b0        )", f("FaceBookURL"));
     out.line(R"(\b Twitter:\b0        )", f("TwitterAccount"));
     if (!blank(f("CompanyType")))
-      out.line(R"(\b Company Type:\b0  )",
-               getCompanyTypeStringFromCompanyTypeNum(static_cast<long>(f("CompanyType").toLong())));
+      out.line(R"(\b Company Type:\b0  )", getCompanyTypeStringFromCompanyTypeNum(
+                                               static_cast<long>(f("CompanyType").toLong())));
     out.line(R"(\b\pard\fi-1250\li1250\ri0 Industry Type:\b0  )", f("IndustryType"));
     out.line(R"(\b\pard\fi0\li0\ri0 Supervising Partner:\b0       )", f("PartnerName"));
     out.line(R"(\b Managing Accountant:\b0    )", f("AccountantName"));

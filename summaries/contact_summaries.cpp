@@ -2,16 +2,17 @@
 // companies the contact is default contact of) and personal-tax pages in RTF.
 #include "summaries/contact_summaries.hpp"
 
+#include <array>
 #include <string_view>
 
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/legacy_format.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
+#include "db/recordset_scope.hpp"
 #include "host/client_drop_down.hpp"
-#include "host/general_utilities.hpp"
-#include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
 #include "records/lookups.hpp"
-#include "records/recordset_scope.hpp"
 #include "summaries/address_blocks.hpp"
 #include "summaries/rtf_summary_text.hpp"
 #include "summaries/summary_records.hpp"
@@ -32,9 +33,88 @@ constexpr std::string_view kShortDate = "mmm d, yyyy";
 constexpr std::string_view kMoney = "$#,##0.00;$-#,##0.00";
 constexpr std::string_view kAddressTitle = R"(\b\pard\fi0\li0\ri0 Address:\b0\par)";
 
+// One labelled line of a summary: the label as it stands in the RTF, the column it shows.
+struct SummaryLine {
+  std::string_view label;
+  std::string_view column;
+};
+
+template <std::size_t N>
+void writeLines(RtfSummaryText& out, DatabaseService& db, std::int32_t handle,
+                const std::array<SummaryLine, N>& lines) {
+  for (const SummaryLine& line : lines) out.line(line.label, db.getField(handle, line.column));
+}
+
+// The business phone lines, alike in the business and personal-tax summaries.
+constexpr std::array<SummaryLine, 9> kBusinessPhoneLines{{
+    {R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0   )", "BusinessPhone_Main"},
+    {R"(\b\pard\fi-1100\li1100\ri0 Alternate Phone:\b0   )", "BusinessAltPhoneNumber"},
+    {R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0     )", "BusinessPhone_Cell"},
+    {R"(\b\pard\fi-1100\li1100\ri0 Fax:\b0  \tab         )", "BusinessPhone_Fax"},
+    {R"(\b\pard\fi-1100\li1100\ri0 Pager:\b0  \tab         )", "BusinessPhone_Pager"},
+    {R"(\b\pard\fi0\li0\ri0 Email:\b0  \tab         )", "BusinessEmail"},
+    {R"(\b Web Site:\b0        )", "BusinessWebSite"},
+    {R"(\b FaceBook:\b0        )", "BusinessFaceBookURL"},
+    {R"(\b Twitter:\b0        )", "BusinessTwitterAccount"},
+}};
+
+// The company lines, alike in the business and personal-tax summaries.
+constexpr std::array<SummaryLine, 4> kBusinessCompanyLines{{
+    {R"(\b\pard\fi-1425\li1425\ri0 Company Name:\b0   )", "BusinessName"},
+    {R"(\b\pard\fi-800\li800\ri0 Job Title:\b0   )", "BusinessJobTitle"},
+    {R"(\b\pard\fi-1050\li1050\ri0 Department:\b0   )", "BusinessDepartment"},
+    {R"(\b\pard\fi-600\li600\ri0 Office:\b0   )", "BusinessOffice"},
+}};
+
+// The labels of the spouse section; the personal and personal-tax summaries pad them
+// differently after the label.
+struct SpouseLabels {
+  std::array<SummaryLine, 4> contact;  // name, main phone, cell phone, email
+  std::string_view gender;
+  std::string_view birthday;
+  std::string_view sin;
+  std::string_view ssn;
+};
+
+constexpr SpouseLabels kPersonalSpouseLabels{
+    {{{R"(\b Name:\b0  )", "SpouseName"},
+      {R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0\tab )", "SpousePhone_Main"},
+      {R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0  \tab )", "SpousePhone_Cell"},
+      {R"(\b\pard\fi0\li0\ri0 Email:\b0  \tab\tab )", "SpouseEmail"}}},
+    R"(\b Gender:\b0  \tab )",
+    R"(\b Birthday:\b0  \tab )",
+    R"(\b SIN:\b0  \tab )",
+    R"(\b SSN:\b0  \tab )"};
+
+constexpr SpouseLabels kPersonalTaxSpouseLabels{
+    {{{R"(\b Name:\b0   )", "SpouseName"},
+      {R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0   )", "SpousePhone_Main"},
+      {R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0   )", "SpousePhone_Cell"},
+      {R"(\b\pard\fi0\li0\ri0 Email:\b0   )", "SpouseEmail"}}},
+    R"(\b Gender:\b0   )",
+    R"(\b Birthday:\b0   )",
+    R"(\b SIN:\b0   )",
+    R"(\b SSN:\b0   )"};
+
 bool inCanada() {
   LocaleService* locale = moduleState().LocaleReference;
   return locale != nullptr && locale->getCountryMode() == kCountryCanada;
+}
+
+// The spouse section, when the contact has spouse information.
+void writeSpouseInformation(RtfSummaryText& out, DatabaseService& db, std::int32_t handle,
+                            long contactID, long employeeID, const SpouseLabels& labels) {
+  if (!hasSpouseInformation(db, handle)) return;
+  out.sectionBreak();
+  out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Spouse Information\b0  \par)");
+  writeLines(out, db, handle, labels.contact);
+  out.sectionBreak();
+  out.block(kAddressTitle,
+            createPersonalSpouseContactAddress(contactID, false, employeeID, true, false, false));
+  out.sectionBreak();
+  out.line(labels.gender, db.getField(handle, "SpouseGender"));
+  out.dateLine(labels.birthday, db.getField(handle, "SpouseBirthday"), kLongDate);
+  out.line(inCanada() ? labels.sin : labels.ssn, db.getField(handle, "SpouseSIN"));
 }
 
 std::string contactName(long contactID) {
@@ -189,21 +269,7 @@ std::string saveContactPersonalRTF(long contactID, long employeeID) {
 
     writeFamily(out, *db, source.id);
 
-    if (hasSpouseInformation(*db, h)) {
-      out.sectionBreak();
-      out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Spouse Information\b0  \par)");
-      out.line(R"(\b Name:\b0  )", f("SpouseName"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0\tab )", f("SpousePhone_Main"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0  \tab )", f("SpousePhone_Cell"));
-      out.line(R"(\b\pard\fi0\li0\ri0 Email:\b0  \tab\tab )", f("SpouseEmail"));
-      out.sectionBreak();
-      out.block(kAddressTitle, createPersonalSpouseContactAddress(contactID, false, employeeID,
-                                                                  true, false, false));
-      out.sectionBreak();
-      out.line(R"(\b Gender:\b0  \tab )", f("SpouseGender"));
-      out.dateLine(R"(\b Birthday:\b0  \tab )", f("SpouseBirthday"), kLongDate);
-      out.line(inCanada() ? R"(\b SIN:\b0  \tab )" : R"(\b SSN:\b0  \tab )", f("SpouseSIN"));
-    }
+    writeSpouseInformation(out, *db, h, contactID, employeeID, kPersonalSpouseLabels);
 
     std::string noteText = notesOf(*db, source, notes);
     if (!GeneralUtilities::isBlank(noteText)) {
@@ -237,23 +303,12 @@ std::string saveContactBusinessRTF(long contactID, long employeeID, long company
     RtfSummaryText out;
     out.line(R"(\b\pard\fi-1450\li1450\ri0 Name:\b0  )", f("DisplayName"));
     out.line(R"(\b\pard\fi-1450\li1450\ri0 Client ID:\b0  )", f("ClientID"));
-    out.line(R"(\b\pard\fi-1425\li1425\ri0 Company Name:\b0   )", f("BusinessName"));
-    out.line(R"(\b\pard\fi-800\li800\ri0 Job Title:\b0   )", f("BusinessJobTitle"));
-    out.line(R"(\b\pard\fi-1050\li1050\ri0 Department:\b0   )", f("BusinessDepartment"));
-    out.line(R"(\b\pard\fi-600\li600\ri0 Office:\b0   )", f("BusinessOffice"));
+    writeLines(out, *db, h, kBusinessCompanyLines);
     bool isDefault = validCompanyID(companyID) && contactIsDefaultOfCompany(companyID, contactID);
     out.line(R"(\b Default Contact:\b0  )", isDefault ? "Yes" : "No");
     out.sectionBreak();
 
-    out.line(R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0   )", f("BusinessPhone_Main"));
-    out.line(R"(\b\pard\fi-1100\li1100\ri0 Alternate Phone:\b0   )", f("BusinessAltPhoneNumber"));
-    out.line(R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0     )", f("BusinessPhone_Cell"));
-    out.line(R"(\b\pard\fi-1100\li1100\ri0 Fax:\b0  \tab         )", f("BusinessPhone_Fax"));
-    out.line(R"(\b\pard\fi-1100\li1100\ri0 Pager:\b0  \tab         )", f("BusinessPhone_Pager"));
-    out.line(R"(\b\pard\fi0\li0\ri0 Email:\b0  \tab         )", f("BusinessEmail"));
-    out.line(R"(\b Web Site:\b0        )", f("BusinessWebSite"));
-    out.line(R"(\b FaceBook:\b0        )", f("BusinessFaceBookURL"));
-    out.line(R"(\b Twitter:\b0        )", f("BusinessTwitterAccount"));
+    writeLines(out, *db, h, kBusinessPhoneLines);
     out.sectionBreak();
 
     out.block(kAddressTitle, createBusinessContactAddress(contactID, false, employeeID, companyID,
@@ -479,21 +534,7 @@ std::string saveContactPersonalTaxRTF(long contactID, long taxYear, long employe
     }
 
     // 3. Spouse information.
-    if (hasSpouseInformation(*db, h)) {
-      out.sectionBreak();
-      out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Spouse Information\b0  \par)");
-      out.line(R"(\b Name:\b0   )", f("SpouseName"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0   )", f("SpousePhone_Main"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0   )", f("SpousePhone_Cell"));
-      out.line(R"(\b\pard\fi0\li0\ri0 Email:\b0   )", f("SpouseEmail"));
-      out.sectionBreak();
-      out.block(kAddressTitle, createPersonalSpouseContactAddress(contactID, false, employeeID,
-                                                                  true, false, false));
-      out.sectionBreak();
-      out.line(R"(\b Gender:\b0   )", f("SpouseGender"));
-      out.dateLine(R"(\b Birthday:\b0   )", f("SpouseBirthday"), kLongDate);
-      out.line(canada ? R"(\b SIN:\b0   )" : R"(\b SSN:\b0   )", f("SpouseSIN"));
-    }
+    writeSpouseInformation(out, *db, h, contactID, employeeID, kPersonalTaxSpouseLabels);
 
     // 4. Family members.
     writeFamily(out, *db, source.id);
@@ -513,20 +554,9 @@ std::string saveContactPersonalTaxRTF(long contactID, long taxYear, long employe
                      "BusinessFaceBookURL", "BusinessTwitterAccount", "EmployeeType"})) {
       out.sectionBreak();
       out.sectionHeader(R"(\b\pard\fi-1450\li1450\ri0 Business Information\b0  \par)");
-      out.line(R"(\b\pard\fi-1425\li1425\ri0 Company Name:\b0   )", f("BusinessName"));
-      out.line(R"(\b\pard\fi-800\li800\ri0 Job Title:\b0   )", f("BusinessJobTitle"));
-      out.line(R"(\b\pard\fi-1050\li1050\ri0 Department:\b0   )", f("BusinessDepartment"));
-      out.line(R"(\b\pard\fi-600\li600\ri0 Office:\b0   )", f("BusinessOffice"));
+      writeLines(out, *db, h, kBusinessCompanyLines);
       out.sectionBreak();
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Main Phone:\b0   )", f("BusinessPhone_Main"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Alternate Phone:\b0   )", f("BusinessAltPhoneNumber"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Cell Phone:\b0     )", f("BusinessPhone_Cell"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Fax:\b0  \tab         )", f("BusinessPhone_Fax"));
-      out.line(R"(\b\pard\fi-1100\li1100\ri0 Pager:\b0  \tab         )", f("BusinessPhone_Pager"));
-      out.line(R"(\b\pard\fi0\li0\ri0 Email:\b0  \tab         )", f("BusinessEmail"));
-      out.line(R"(\b Web Site:\b0        )", f("BusinessWebSite"));
-      out.line(R"(\b FaceBook:\b0        )", f("BusinessFaceBookURL"));
-      out.line(R"(\b Twitter:\b0        )", f("BusinessTwitterAccount"));
+      writeLines(out, *db, h, kBusinessPhoneLines);
       out.sectionBreak();
       out.block(kAddressTitle, businessAddress);
       out.line(R"(\b Employee Type:\b0   )", f("EmployeeType"));

@@ -1,8 +1,8 @@
 // The RTF frame of the summaries; see rtf_summary_text.hpp.
 #include "summaries/rtf_summary_text.hpp"
 
-#include "host/general_utilities.hpp"
-#include "host/legacy_format.hpp"
+#include "base/general_utilities.hpp"
+#include "base/legacy_format.hpp"
 #include "summaries/address_blocks.hpp"
 
 namespace lf {

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 namespace lf {
 

@@ -1,7 +1,7 @@
 // Record access shared by the address blocks and the summaries; see summary_records.hpp.
 #include "summaries/summary_records.hpp"
 
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
 #include "records/lookups.hpp"
 
 namespace lf {
@@ -39,8 +39,7 @@ bool anyNotBlank(DatabaseService& db, std::int32_t handle,
   return false;
 }
 
-PersonSource openPersonSource(DatabaseService& db, long contactID, long employeeID,
-                              int lockType) {
+PersonSource openPersonSource(DatabaseService& db, long contactID, long employeeID, int lockType) {
   PersonSource source;
   if (validEmployeeID(employeeID)) {
     source.id = employeeID;
@@ -87,8 +86,8 @@ bool contactIsDefaultOfCompany(long companyID, long contactID) {
                        "SELECT ContactLinks.ContactIDNum, ContactLinks.CompanyNum, "
                        "ContactLinks.DefaultContact FROM ContactLinks WHERE "
                        "ContactLinks.CompanyNum = " +
-                           std::to_string(companyID) + " AND ContactLinks.ContactIDNum = " +
-                           std::to_string(contactID) + ";",
+                           std::to_string(companyID) +
+                           " AND ContactLinks.ContactIDNum = " + std::to_string(contactID) + ";",
                        kLockReadOnly);
   for (bool more = db->hasRecord(links); more && !db->isEOF(links); db->moveNext(links))
     if (db->getField(links, "DefaultContact").toBool()) return true;

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "db/database_service.hpp"
-#include "records/recordset_scope.hpp"
+#include "db/recordset_scope.hpp"
 
 namespace lf {
 
@@ -32,8 +32,7 @@ struct PersonSource {
   bool isEmployee = false;
   std::unique_ptr<RecordsetScope> record;
 };
-PersonSource openPersonSource(DatabaseService& db, long contactID, long employeeID,
-                              int lockType);
+PersonSource openPersonSource(DatabaseService& db, long contactID, long employeeID, int lockType);
 
 // Stores a summary in `column` of the notes row (ContactsNotes, CompaniesNotes) that
 // `notesHandle` holds, adding the row with keyColumn = id when there is none.

@@ -3,7 +3,7 @@
 
 #include <unordered_set>
 
-#include "frame/failure.hpp"
+#include "base/failure.hpp"
 #include "records/node_keys.hpp"
 
 namespace lf {

@@ -2,13 +2,13 @@
 // order of the stages of a TPS sync.
 #include "sync/cls_import_tps_information.hpp"
 
+#include "base/date_utilities.hpp"
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
 #include "host/client_drop_down.hpp"
-#include "host/date_utilities.hpp"
 #include "host/file_utilities.hpp"
-#include "host/general_utilities.hpp"
 #include "host/practice_docket.hpp"
 #include "host/progress_dialog.hpp"
 #include "records/lookups.hpp"
@@ -184,9 +184,9 @@ std::string clsImportTPSInformation::getTPSInvoicesQuery() {
   procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSInvoicesQuery", [&] {
     DatabaseService* db = moduleState().DatabaseReference;
     if (options_.mvarUseInvoiceDateRange && db != nullptr)
-      sql += dateRangeClause(*db, "Invoices.BillDate", options_.mvarInvoicesSynchDateRangeType,
-                             options_.mvarInvoicesSynchStartRange,
-                             options_.mvarInvoicesSynchEndRange);
+      sql +=
+          dateRangeClause(*db, "Invoices.BillDate", options_.mvarInvoicesSynchDateRangeType,
+                          options_.mvarInvoicesSynchStartRange, options_.mvarInvoicesSynchEndRange);
   });
   return sql + ";";
 }
@@ -197,9 +197,9 @@ std::string clsImportTPSInformation::getTPSDepositQuery() {
     DatabaseService* db = moduleState().DatabaseReference;
     // Intended: deposits share the invoices' date range.
     if (options_.mvarUseInvoiceDateRange && db != nullptr)
-      sql += dateRangeClause(*db, "Payments.PayDate", options_.mvarInvoicesSynchDateRangeType,
-                             options_.mvarInvoicesSynchStartRange,
-                             options_.mvarInvoicesSynchEndRange);
+      sql +=
+          dateRangeClause(*db, "Payments.PayDate", options_.mvarInvoicesSynchDateRangeType,
+                          options_.mvarInvoicesSynchStartRange, options_.mvarInvoicesSynchEndRange);
   });
   return sql + ";";
 }
@@ -322,7 +322,8 @@ void clsImportTPSInformation::initializeDataRecordsets() {
       rsAccountantEmployeeInfo =
           openTarget("SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo;");
     if (options_.syncObjectsWorkCodes)
-      rsCustomInvoiceDockets = openTarget("SELECT CustomInvoiceDockets.* FROM CustomInvoiceDockets;");
+      rsCustomInvoiceDockets =
+          openTarget("SELECT CustomInvoiceDockets.* FROM CustomInvoiceDockets;");
     if (options_.syncObjectsInvoices) {
       rsTargetInvoices = openTarget("SELECT Invoices.* FROM Invoices;");
       rsDeposits = openTarget("SELECT Deposits.* FROM Deposits;");
@@ -344,14 +345,14 @@ void clsImportTPSInformation::closeDataRecordsets() {
     handle = 0;
   };
   DatabaseService* source = sourceDatabase();
-  for (std::int32_t* h : {&rsEmployees, &rsClients, &rsClientContacts, &rsContacts,
-                          &rsInvoiceQuery, &rsInvoices, &rsTimeQuery, &rsTimes, &rsPaymentQuery,
-                          &rsPayments, &rsChildWorkCodes, &rsParentWorkCodes, &rsParagraphs})
+  for (std::int32_t* h : {&rsEmployees, &rsClients, &rsClientContacts, &rsContacts, &rsInvoiceQuery,
+                          &rsInvoices, &rsTimeQuery, &rsTimes, &rsPaymentQuery, &rsPayments,
+                          &rsChildWorkCodes, &rsParentWorkCodes, &rsParagraphs})
     closeOn(source, *h);
   ignoreErrors([&] { xref_.close(); });
-  for (std::int32_t* h : {&rsAccountantEmployeeInfo, &rsCompanies, &rsTargetContacts,
-                          &rsMainBusinessList, &rsCompaniesNotes, &rsTargetInvoices, &rsDeposits,
-                          &rsDockets, &rsCustomInvoiceDockets})
+  for (std::int32_t* h :
+       {&rsAccountantEmployeeInfo, &rsCompanies, &rsTargetContacts, &rsMainBusinessList,
+        &rsCompaniesNotes, &rsTargetInvoices, &rsDeposits, &rsDockets, &rsCustomInvoiceDockets})
     closeOn(db, *h);
 }
 

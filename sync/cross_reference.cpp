@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/general_utilities.hpp"
+#include "base/legacy_text.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
+#include "base/variant.hpp"
 #include "db/database_service.hpp"
-#include "db/variant.hpp"
-#include "frame/module_state.hpp"
 #include "frame/platform_timer.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
-#include "host/legacy_text.hpp"
 
 namespace lf {
 namespace {

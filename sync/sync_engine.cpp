@@ -4,12 +4,12 @@
 #include <csignal>
 #include <cstdlib>
 
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "frame/platform_timer.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
 #include "host/locale_service.hpp"
 #include "host/message_box.hpp"
 #include "host/practice_docket.hpp"
@@ -19,8 +19,8 @@
 
 namespace lf {
 
-RowAccess::RowAccess(DatabaseService& db, std::int32_t handle, std::string_view keyColumn,
-                     long key, const std::string& oneRowSql)
+RowAccess::RowAccess(DatabaseService& db, std::int32_t handle, std::string_view keyColumn, long key,
+                     const std::string& oneRowSql)
     : db_(db), handle_(handle) {
   const std::string k = std::to_string(key);
   if (handle != 0 && db.isRecordsetOpen(handle) && db.findRecord(handle, keyColumn, k)) {

@@ -3,9 +3,9 @@
 
 #include <initializer_list>
 
+#include "base/general_utilities.hpp"
+#include "base/legacy_text.hpp"
 #include "db/database_service.hpp"
-#include "host/general_utilities.hpp"
-#include "host/legacy_text.hpp"
 
 namespace lf {
 

@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/general_utilities.hpp"
 #include "records/node_keys.hpp"
 
 namespace lf {

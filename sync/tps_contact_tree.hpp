@@ -9,7 +9,7 @@
 #include <functional>
 #include <memory>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 #include "host/progress_dialog.hpp"
 #include "sync/client_tree.hpp"
 

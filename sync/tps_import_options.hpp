@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 #include "host/key_list.hpp"
 
 namespace lf {

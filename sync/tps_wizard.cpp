@@ -6,14 +6,14 @@
 #include <optional>
 #include <unordered_set>
 
+#include "base/date_utilities.hpp"
+#include "base/general_utilities.hpp"
+#include "base/legacy_format.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
-#include "frame/procedure.hpp"
-#include "host/date_utilities.hpp"
 #include "host/file_dialog.hpp"
 #include "host/file_utilities.hpp"
-#include "host/general_utilities.hpp"
-#include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
 #include "host/message_box.hpp"
 #include "records/node_keys.hpp"

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "base/general_utilities.hpp"
 #include "host/file_dialog.hpp"
-#include "host/general_utilities.hpp"
 #include "records/node_keys.hpp"
 #include "sync/tps_wizard.hpp"
 

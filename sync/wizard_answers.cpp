@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "frame/failure.hpp"
+#include "base/failure.hpp"
 #include "host/file_dialog.hpp"
 #include "sync/tps_wizard.hpp"
 

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
-#include "frame/failure.hpp"
-#include "host/general_utilities.hpp"
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
 #include "records/node_keys.hpp"
 #include "sync/client_tree.hpp"
 

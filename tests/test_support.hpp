@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "base/error_service.hpp"
+#include "base/module_state.hpp"
 #include "db/practice_database.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "host/client_drop_down.hpp"
-#include "host/error_service.hpp"
 #include "host/message_box.hpp"
 #include "host/practice_host_services.hpp"
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/failure.hpp"
+#include "base/failure.hpp"
 
 namespace lf {
 namespace {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "frame/failure.hpp"
+#include "base/failure.hpp"
 
 namespace lf {
 namespace {

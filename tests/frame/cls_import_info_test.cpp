@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/module_state.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {

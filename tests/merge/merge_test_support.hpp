@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "base/module_state.hpp"
 #include "db/practice_database.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "host/locale_service.hpp"
 #include "host/practice_host_services.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"

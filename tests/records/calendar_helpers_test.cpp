@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/module_state.hpp"
 #include "db/practice_schema.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 
 namespace lf {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
 #include "records/lookups.hpp"
 #include "tests/test_support.hpp"
 

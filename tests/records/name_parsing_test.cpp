@@ -7,9 +7,9 @@
 
 #include <vector>
 
+#include "base/module_state.hpp"
 #include "db/practice_schema.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {

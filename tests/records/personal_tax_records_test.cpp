@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "host/general_utilities.hpp"
-#include "host/legacy_text.hpp"
+#include "base/general_utilities.hpp"
+#include "base/legacy_text.hpp"
 #include "records/client_record_hooks.hpp"
 #include "records/contact_records.hpp"
 #include "tests/test_support.hpp"

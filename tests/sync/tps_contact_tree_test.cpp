@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/failure.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/failure.hpp"
 #include "sync/client_tree.hpp"
 #include "sync/word_pattern.hpp"
 #include "tests/test_support.hpp"

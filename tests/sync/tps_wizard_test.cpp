@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/legacy_format.hpp"
+#include "base/module_state.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/module_state.hpp"
 #include "host/file_dialog.hpp"
-#include "host/legacy_format.hpp"
 #include "host/locale_service.hpp"
 #include "tests/test_support.hpp"
 
@@ -177,7 +177,8 @@ TEST_F(TPSWizardTest, EachValidationShowsItsMessageAndStays) {
 }
 
 TEST_F(TPSWizardTest, OpenButtonTakesOnlyAnExistingFileFromTheDialog) {
-  const std::string path = ::testing::TempDir() + "/lf_wizard_export_" + std::to_string(::getpid()) + ".mdb";
+  const std::string path =
+      ::testing::TempDir() + "/lf_wizard_export_" + std::to_string(::getpid()) + ".mdb";
   std::ofstream(path) << "export";
   PresetFileDialog missing("/nonexistent/Export.mdb");
   wizard->cmdOpenTPSFile_Click(missing);

@@ -9,9 +9,9 @@
 #include <filesystem>
 #include <sstream>
 
+#include "base/failure.hpp"
+#include "base/module_state.hpp"
 #include "db/sqlite_database.hpp"
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
 #include "host/run_report.hpp"
 #include "host/terminal_message_box.hpp"
 #include "sync/tps_wizard.hpp"
@@ -72,7 +72,8 @@ class WizardFrontEndTest : public ::testing::Test {
   }
 
   std::string sampleExport() {
-    const std::string path = ::testing::TempDir() + "/lf_tps_answers_" + std::to_string(::getpid()) + ".db";
+    const std::string path =
+        ::testing::TempDir() + "/lf_tps_answers_" + std::to_string(::getpid()) + ".db";
     std::filesystem::remove(path);
     const std::string command =
         std::string("python3 ") + LF_SOURCE_DIR + "/samples/make_tps_export.py " + path;

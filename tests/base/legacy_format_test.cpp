@@ -1,4 +1,4 @@
-#include "host/legacy_format.hpp"
+#include "base/legacy_format.hpp"
 
 #include <gtest/gtest.h>
 

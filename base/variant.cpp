@@ -1,12 +1,12 @@
 // Date serial arithmetic and variant conversions.
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 #include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <ctime>
 
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
 
 namespace lf {
 namespace {

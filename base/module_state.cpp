@@ -1,5 +1,5 @@
 // The single instance of the module-level references.
-#include "frame/module_state.hpp"
+#include "base/module_state.hpp"
 
 namespace lf {
 

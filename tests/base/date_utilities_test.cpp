@@ -1,4 +1,4 @@
-#include "host/date_utilities.hpp"
+#include "base/date_utilities.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The legacy Format() patterns for dates and numbers.
-#include "host/legacy_format.hpp"
+#include "base/legacy_format.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -9,8 +9,8 @@
 #include <cstring>
 #include <vector>
 
-#include "host/date_utilities.hpp"
-#include "host/general_utilities.hpp"
+#include "base/date_utilities.hpp"
+#include "base/general_utilities.hpp"
 
 namespace lf {
 namespace {

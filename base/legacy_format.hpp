@@ -19,7 +19,7 @@
 #include <string>
 #include <string_view>
 
-#include "db/variant.hpp"
+#include "base/variant.hpp"
 
 namespace lf {
 

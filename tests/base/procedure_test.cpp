@@ -1,10 +1,10 @@
 // The shape of a procedure: trace calls, the three error actions, neutral results.
-#include "frame/procedure.hpp"
+#include "base/procedure.hpp"
 
 #include <gtest/gtest.h>
 
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
+#include "base/failure.hpp"
+#include "base/module_state.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {

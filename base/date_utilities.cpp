@@ -1,5 +1,5 @@
 // Date names, permissive date reading and whole-second date arithmetic.
-#include "host/date_utilities.hpp"
+#include "base/date_utilities.hpp"
 
 #include <algorithm>
 #include <array>

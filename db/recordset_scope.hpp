@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/module_state.hpp"
 #include "db/database_service.hpp"
-#include "frame/module_state.hpp"
 
 namespace lf {
 

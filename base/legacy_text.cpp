@@ -1,5 +1,5 @@
 // Val, Left, Mid, Right, InStr and Replace.
-#include "host/legacy_text.hpp"
+#include "base/legacy_text.hpp"
 
 #include <algorithm>
 #include <cctype>

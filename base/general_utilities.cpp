@@ -1,6 +1,6 @@
 // Blank test, numeric tests, case helpers, and the host's telephone, business-number, identity
 // and duration forms.
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
 
 #include <cctype>
 #include <cstdlib>

@@ -1,8 +1,8 @@
-#include "host/general_utilities.hpp"
+#include "base/general_utilities.hpp"
 
 #include <gtest/gtest.h>
 
-#include "host/legacy_text.hpp"
+#include "base/legacy_text.hpp"
 
 namespace lf {
 namespace {

@@ -1,9 +1,9 @@
 // The procedure guard: trace calls and the handler of every procedure.
-#include "frame/procedure.hpp"
+#include "base/procedure.hpp"
 
-#include "frame/failure.hpp"
-#include "frame/module_state.hpp"
-#include "host/error_service.hpp"
+#include "base/error_service.hpp"
+#include "base/failure.hpp"
+#include "base/module_state.hpp"
 
 namespace lf {
 namespace {

@@ -1,0 +1,14 @@
+// Wiring of the component's upward hooks.
+#include "cli/component_wiring.hpp"
+
+#include "merge/record_hooks.hpp"
+#include "summaries/summary_record_hooks.hpp"
+
+namespace lf {
+
+void installComponentWiring() {
+  installSummaryRecordHooks();
+  installMergeRecordHooks();
+}
+
+}  // namespace lf
