@@ -1121,10 +1121,6 @@ const std::string& SqliteDatabase::connectFailureMessage() const {
   return impl_->failureMessage;
 }
 
-bool SqliteDatabase::isReadOnly() {
-  return impl_->db != nullptr && (impl_->readOnly || !impl_->writable());
-}
-
 void SqliteDatabase::connect(int) {
   impl_->disconnect();
   impl_->failureCode = 0;

@@ -50,9 +50,6 @@ class SqliteDatabase : public DatabaseService {
   // empty after a connect that succeeded.
   int connectFailureCode() const;
   const std::string& connectFailureMessage() const;
-  // True when nothing can be written through the connection: opened for reading only, or
-  // refused writing by the file system.
-  bool isReadOnly();
   // Runs one statement that returns no rows (schema and seed statements).
   void executeStatement(std::string_view accessSql);
   // True when the connection holds a table of that name.
