@@ -17,6 +17,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -39,14 +40,17 @@ std::string quoted(const fs::path& path) {
   return "'" + path.string() + "'";
 }
 
-// Every file of a folder with its bytes and time of change.
-using FolderState = std::map<std::string, std::pair<std::string, fs::file_time_type>>;
+// Every file of a folder with its size, a hash of its bytes and its time of change.
+using FolderState = std::map<std::string, std::tuple<size_t, size_t, std::int64_t>>;
 FolderState stateOf(const fs::path& folder) {
   FolderState state;
   for (const auto& entry : fs::directory_iterator(folder))
-    if (entry.is_regular_file())
-      state[entry.path().filename().string()] = {readFile(entry.path()),
-                                                 fs::last_write_time(entry.path())};
+    if (entry.is_regular_file()) {
+      const std::string bytes = readFile(entry.path());
+      state[entry.path().filename().string()] = {
+          bytes.size(), std::hash<std::string>{}(bytes),
+          fs::last_write_time(entry.path()).time_since_epoch().count()};
+    }
   return state;
 }
 
