@@ -336,8 +336,6 @@ std::string indexName(const std::vector<int>& cols) {
   return name;
 }
 
-}  // namespace
-
 // A text value of a result row, read whole (a NUL does not end it) and made clean text.
 std::string textColumn(sqlite3_stmt* stmt, int i) {
   const char* t = reinterpret_cast<const char*>(sqlite3_column_text(stmt, i));
@@ -357,6 +355,8 @@ std::string uriPath(const std::string& path) {
   }
   return uri;
 }
+
+}  // namespace
 
 struct SqliteDatabase::Impl {
   sqlite3* db = nullptr;
