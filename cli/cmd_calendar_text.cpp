@@ -11,6 +11,7 @@
 #include "cli/command_registry.hpp"
 #include "cli/merge_cli_support.hpp"
 #include "cli/merge_ids.hpp"
+#include "cli/option_checks.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 
 namespace lf::cli {
@@ -42,40 +43,36 @@ std::int32_t readLink(DatabaseService& db, const std::string& table, const std::
   return link;
 }
 
-void runCalendarText(const CalendarOptions& o) {
-  try {
-    MergeHost host(o.host);
-    DatabaseService& db = host.session().practice();
-    clsInsertFieldsInRTB rtb;
-    std::string table, key;
-    if (o.kind == "appt") {
-      table = "Appointments", key = "AppointmentID";
-      rtb.ListType = 5;
-      rtb.appointmentID = o.id;
-    } else if (o.kind == "docket") {
-      table = "Dockets", key = "DocketID";
-      rtb.ListType = 6;
-      rtb.docketID = o.id;
-    } else {
-      table = "Tasks", key = "TaskID";
-      rtb.ListType = 8;
-      rtb.TaskID = o.id;
-    }
-    requireRow(db, table, key, o.id,
-               o.kind == "appt"     ? "appointment"
-               : o.kind == "docket" ? "time entry"
-                                    : "task");
-    rtb.companyID = o.company >= 0 ? o.company : readLink(db, table, key, o.id, "CompanyIDNum");
-    rtb.contactID = o.contact >= 0 ? o.contact : readLink(db, table, key, o.id, "ContactIDNum");
-    if (rtb.companyID >= 0) requireRow(db, "Companies", "CompanyID", rtb.companyID, "company");
-    if (rtb.contactID >= 0) requireRow(db, "Contacts", "ContactID", rtb.contactID, "contact");
-    std::string text = o.title ? rtb.createTitleBarTextByID2() : rtb.createDisplayTextByID2();
-    rtb.Terminate();
-    std::cout << text << "\n";
-  } catch (const std::exception& e) {
-    std::cerr << "lfimport calendar-text: " << e.what() << "\n";
-    exitCode() = 1;
+int runCalendarText(const CalendarOptions& o) {
+  MergeHost host(o.host);
+  DatabaseService& db = host.session().practice();
+  clsInsertFieldsInRTB rtb;
+  std::string table, key;
+  if (o.kind == "appt") {
+    table = "Appointments", key = "AppointmentID";
+    rtb.ListType = 5;
+    rtb.appointmentID = o.id;
+  } else if (o.kind == "docket") {
+    table = "Dockets", key = "DocketID";
+    rtb.ListType = 6;
+    rtb.docketID = o.id;
+  } else {
+    table = "Tasks", key = "TaskID";
+    rtb.ListType = 8;
+    rtb.TaskID = o.id;
   }
+  requireRow(db, table, key, o.id,
+             o.kind == "appt"     ? "appointment"
+             : o.kind == "docket" ? "time entry"
+                                  : "task");
+  rtb.companyID = o.company >= 0 ? o.company : readLink(db, table, key, o.id, "CompanyIDNum");
+  rtb.contactID = o.contact >= 0 ? o.contact : readLink(db, table, key, o.id, "ContactIDNum");
+  if (rtb.companyID >= 0) requireRow(db, "Companies", "CompanyID", rtb.companyID, "company");
+  if (rtb.contactID >= 0) requireRow(db, "Contacts", "ContactID", rtb.contactID, "contact");
+  std::string text = o.title ? rtb.createTitleBarTextByID2() : rtb.createDisplayTextByID2();
+  rtb.Terminate();
+  std::cout << text << "\n";
+  return 0;
 }
 
 CommandRegistration registration(43, [](CLI::App& app) {
@@ -86,12 +83,15 @@ CommandRegistration registration(43, [](CLI::App& app) {
   cmd->add_option("--kind", o->kind, "appt, docket or task")
       ->required()
       ->check(CLI::IsMember({"appt", "docket", "task"}));
-  cmd->add_option("--id", o->id, "ID of the item")->required();
-  cmd->add_option("--company", o->company, "Company of the item (else read from the item)");
-  cmd->add_option("--contact", o->contact, "Contact of the item (else read from the item)");
+  cmd->add_option("--id", o->id, "ID of the item")->required()->check(recordID());
+  cmd->add_option("--company", o->company, "Company of the item (else read from the item)")
+      ->check(recordID());
+  cmd->add_option("--contact", o->contact, "Contact of the item (else read from the item)")
+      ->check(recordID());
   cmd->add_flag("--title", o->title, "The title bar text instead of the display text");
+  o->host.readOnly = true;
   addHostOptions(*cmd, o->host);
-  cmd->callback([o] { runCalendarText(*o); });
+  cmd->callback([o] { runCommand("calendar-text", [&] { return runCalendarText(*o); }); });
 });
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/command_registry.hpp"
+#include "cli/json_output.hpp"
 #include "cli/merge_cli_support.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 
@@ -25,24 +26,21 @@ struct CheckOptions {
   CLI::Option* textOption = nullptr;
 };
 
-void runCheck(const CheckOptions& options) {
-  try {
-    std::string templateText = readTemplate(options.text, options.file, options.textOption->count() > 0);
-    MergeHost host(options.host);
-    clsInsertFieldsInRTB rtb;
-    rtb.ListType = options.listType;
-    bool noListBox = true;
-    bool clearListBox = true;
-    rtb.createDefaultFieldListStructure(noListBox, clearListBox);
-    nlohmann::ordered_json messages = nlohmann::ordered_json::array();
-    rtb.testErrorComment = [&messages](const std::string& m) { messages.push_back(m); };
-    bool fault = rtb.testRTBComment(templateText, options.rtf, true, options.skipNames);
-    rtb.Terminate();
-    std::cout << nlohmann::ordered_json{{"fault", fault}, {"messages", messages}}.dump(2) << "\n";
-  } catch (const std::exception& e) {
-    std::cerr << "lfimport check-template: " << e.what() << "\n";
-    exitCode() = 1;
-  }
+int runCheck(const CheckOptions& options) {
+  std::string templateText =
+      readTemplate(options.text, options.file, options.textOption->count() > 0);
+  MergeHost host(options.host);
+  clsInsertFieldsInRTB rtb;
+  rtb.ListType = options.listType;
+  bool noListBox = true;
+  bool clearListBox = true;
+  rtb.createDefaultFieldListStructure(noListBox, clearListBox);
+  nlohmann::ordered_json messages = nlohmann::ordered_json::array();
+  rtb.testErrorComment = [&messages](const std::string& m) { messages.push_back(m); };
+  bool fault = rtb.testRTBComment(templateText, options.rtf, true, options.skipNames);
+  rtb.Terminate();
+  std::cout << jsonText(nlohmann::ordered_json{{"fault", fault}, {"messages", messages}}) << "\n";
+  return 0;
 }
 
 CommandRegistration registration(41, [](CLI::App& app) {
@@ -56,8 +54,9 @@ CommandRegistration registration(41, [](CLI::App& app) {
   cmd->add_option("--list-type", options->listType, "List type whose field names are known");
   cmd->add_option("--practice", options->host.practicePath,
                   "Practice database (custom field names come from it)");
+  options->host.readOnly = true;
   addHostOptions(*cmd, options->host);
-  cmd->callback([options] { runCheck(*options); });
+  cmd->callback([options] { runCommand("check-template", [&] { return runCheck(*options); }); });
 });
 
 }  // namespace

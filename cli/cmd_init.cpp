@@ -5,6 +5,7 @@
 
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
+#include "cli/option_checks.hpp"
 #include "db/practice_database.hpp"
 
 namespace lf::cli {
@@ -18,13 +19,9 @@ struct InitOptions {
   std::string firm = "Maple Ridge Accounting";
 };
 
-void runInit(const InitOptions& o) {
-  if (std::filesystem::exists(o.path)) {
-    std::cerr << "lfimport init: '" << o.path
-              << "' already exists; init never writes over an existing file\n";
-    exitCode() = 1;
-    return;
-  }
+int runInit(const InitOptions& o) {
+  if (std::filesystem::exists(o.path))
+    throw Failure("'" + o.path + "' already exists; init never writes over an existing file");
   PracticeSeed seed;
   seed.countryMode = parseCountry(o.country);
   seed.provinceIndex = o.province;
@@ -33,13 +30,12 @@ void runInit(const InitOptions& o) {
   try {
     auto db = createPracticeDatabase(o.path, seed);
     db->close();
-  } catch (const std::exception& e) {
-    std::cerr << "lfimport init: " << e.what() << "\n";
+  } catch (const std::exception&) {
     for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(o.path + suffix);
-    exitCode() = 1;
-    return;
+    throw;
   }
   std::cout << "created practice database " << o.path << "\n";
+  return 0;
 }
 
 CommandRegistration registration(10, [](CLI::App& app) {
@@ -50,10 +46,13 @@ CommandRegistration registration(10, [](CLI::App& app) {
   cmd->add_option("--country", options->country, "Country: ca or us")
       ->check(CLI::IsMember({"ca", "us", "1", "2"}));
   cmd->add_option("--province", options->province,
-                  "Province index (0 Alberta ... 3 Ontario ... 12 PEI)");
-  cmd->add_option("--year", options->year, "Current year of the practice (default: this year)");
-  cmd->add_option("--firm", options->firm, "Name of the practice");
-  cmd->callback([options] { runInit(*options); });
+                  "Province index (0 Alberta ... 3 Ontario ... 12 PEI)")
+      ->check(provinceIndex());
+  // The personal-tax categories go back three years from it, and its tax year is one less.
+  cmd->add_option("--year", options->year, "Current year of the practice (default: this year)")
+      ->check(wholeNumber(1900, 9999, "a year from 1900 to 9999"));
+  cmd->add_option("--firm", options->firm, "Name of the practice")->transform(outsideText());
+  cmd->callback([options] { runCommand("init", [&] { return runInit(*options); }); });
 });
 
 }  // namespace

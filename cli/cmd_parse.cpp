@@ -15,6 +15,8 @@
 #include "base/module_state.hpp"
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
+#include "cli/json_output.hpp"
+#include "cli/option_checks.hpp"
 #include "records/name_parsing.hpp"
 #include "summaries/address_parsing.hpp"
 
@@ -87,14 +89,28 @@ const CommandRegistration registration(60, [](CLI::App& app) {
   };
   auto name = std::make_shared<NameOptions>();
   CLI::App* nameCmd = parse->add_subcommand("name", "Split a personal or couple's name");
-  nameCmd->add_option("TEXT", name->text, "The name as written")->required();
+  nameCmd->add_option("TEXT", name->text, "The name as written")
+      ->required()
+      ->transform(outsideText());
   nameCmd->add_flag("--single", name->single, "Parse as one person (parseSingleNameString)");
-  nameCmd->callback([name] { std::cout << nameJson(name->text, name->single).dump(2) << "\n"; });
+  nameCmd->callback([name] {
+    runCommand("parse name", [&] {
+      std::cout << jsonText(nameJson(name->text, name->single)) << "\n";
+      return 0;
+    });
+  });
 
   auto address = std::make_shared<std::string>();
   CLI::App* addressCmd = parse->add_subcommand("address", "Split a one-line address");
-  addressCmd->add_option("TEXT", *address, "The address on one line")->required();
-  addressCmd->callback([address] { std::cout << addressJson(*address).dump(2) << "\n"; });
+  addressCmd->add_option("TEXT", *address, "The address on one line")
+      ->required()
+      ->transform(outsideText());
+  addressCmd->callback([address] {
+    runCommand("parse address", [&] {
+      std::cout << jsonText(addressJson(*address)) << "\n";
+      return 0;
+    });
+  });
 });
 
 }  // namespace

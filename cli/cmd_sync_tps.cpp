@@ -6,6 +6,7 @@
 // errors) is summarised on stderr and written as JSON with --report. The exit code is not
 // zero when a row failed.
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -14,6 +15,7 @@
 #include "base/module_state.hpp"
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
+#include "cli/json_output.hpp"
 #include "db/sqlite_database.hpp"
 #include "host/progress_dialog.hpp"
 #include "sync/cls_import_tps_information.hpp"
@@ -33,14 +35,43 @@ struct SyncTPSOptions {
   bool listClients = false;
 };
 
+// Refuses an export path that names no file, before any work.
+void requireExportFile(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::not_found)
+    throw Failure("the TPS export '" + path + "' does not exist");
+  if (status.type() == fs::file_type::directory)
+    throw Failure("'" + path + "' is a folder, not a TPS export");
+  if (status.type() != fs::file_type::regular)
+    throw Failure("'" + path + "' is not a TPS export file");
+}
+
+// Refuses a report path that cannot be written, before the sync runs rather than after it.
+void requireReportPath(const std::string& path) {
+  namespace fs = std::filesystem;
+  if (fs::is_directory(path)) throw Failure("the report '" + path + "' is a folder");
+  const fs::path folder = fs::path(path).parent_path();
+  if (!folder.empty() && !fs::is_directory(folder))
+    throw Failure("the folder of the report '" + path + "' does not exist");
+}
+
+void writeReport(const RunReport& report, const std::string& path) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  if (out) out << jsonText(report.toJson()) << "\n";
+  out.close();
+  if (!out) throw Failure("cannot write the report '" + path + "'");
+}
+
 int listClients(const std::string& sourcePath) {
+  requireExportFile(sourcePath);
   SqliteDatabase source;
   source.setDatabasePath(sourcePath);
   source.connect(2);
-  if (!source.isOpen()) {
-    std::cerr << "lfimport sync tps: cannot open the export '" << sourcePath << "'\n";
-    return 1;
-  }
+  if (!source.isOpen())
+    throw Failure("cannot open the TPS export '" + sourcePath +
+                  "': " + source.connectFailureMessage());
   ClientTree tree;
   clsTPSContactTree contactTree;
   contactTree.setTreeViewControl(&tree);
@@ -64,18 +95,20 @@ int listClients(const std::string& sourcePath) {
                        {"business", node >= 0 && tree.node(node).checked}});
   }
   source.closeRecordset(rs);
-  std::cout << clients.dump(2) << "\n";
+  std::cout << jsonText(clients) << "\n";
   return 0;
 }
 
 int runSync(const SyncTPSOptions& options) {
-  HostSession session(options.host);
-  RunReport& report = session.report();
-
   WizardAnswers answers;
   if (!options.answers.empty()) answers = readWizardAnswers(options.answers);
   if (!options.source.empty()) answers.source = options.source;
-  if (answers.source.empty()) throw std::runtime_error("no TPS export given (--source)");
+  if (answers.source.empty()) throw UsageError("no TPS export given (--source)");
+  requireExportFile(answers.source);
+  if (!options.reportPath.empty()) requireReportPath(options.reportPath);
+
+  HostSession session(options.host);
+  RunReport& report = session.report();
 
   std::ostream* log = options.host.quiet ? nullptr : &std::cerr;
   std::unique_ptr<TerminalMessageBox> answersBox;
@@ -109,22 +142,19 @@ int runSync(const SyncTPSOptions& options) {
     hooks.importTPSInformation = [&e] { e.importTPSInformation(); };
     frmTPSWizard wizard(e.options(), hooks);
     if (options.host.interactive)
-      finished = runTPSWizardAtTerminal(wizard, std::cin, std::cerr);
+      finished = runTPSWizardAtTerminal(wizard, std::cin, std::cerr, answers.source);
     else
       finished = runTPSWizardFromAnswers(wizard, answers);
   };
   engine.openTPSImportForm();
 
-  if (!options.reportPath.empty()) {
-    std::ofstream out(options.reportPath);
-    out << report.toJson().dump(2) << "\n";
-  }
   if (!options.host.quiet) std::cerr << report.summary();
+  if (!options.reportPath.empty()) writeReport(report, options.reportPath);
   if (!finished) {
     std::cerr << "lfimport sync tps: the wizard did not finish; nothing was synchronised\n";
-    return 2;
+    return kExitUsage;
   }
-  return report.failedRows() > 0 || report.errorCount() > 0 ? 1 : 0;
+  return report.failedRows() > 0 || report.errorCount() > 0 ? kExitFailed : 0;
 }
 
 CLI::App* syncCommand(CLI::App& app) {
@@ -151,17 +181,11 @@ CommandRegistration registration(30, [](CLI::App& app) {
   cmd->add_flag("--quiet", options->host.quiet, "No messages on stderr");
   addHostOptions(*cmd, options->host);
   cmd->callback([options] {
-    try {
-      if (options->listClients) {
-        if (options->source.empty()) throw std::runtime_error("--list-clients needs --source");
-        exitCode() = listClients(options->source);
-        return;
-      }
-      exitCode() = runSync(*options);
-    } catch (const std::exception& e) {
-      std::cerr << "lfimport sync tps: " << e.what() << "\n";
-      exitCode() = 1;
-    }
+    runCommand("sync tps", [&] {
+      if (!options->listClients) return runSync(*options);
+      if (options->source.empty()) throw UsageError("--list-clients needs --source");
+      return listClients(options->source);
+    });
   });
 });
 

@@ -1,6 +1,7 @@
 // The registry of lfimport's subcommands and the exit code they leave for main().
 #include "cli/command_registry.hpp"
 
+#include <iostream>
 #include <utility>
 
 namespace lf::cli {
@@ -17,6 +18,18 @@ CommandRegistration::CommandRegistration(int order, CommandFactory factory) {
 int& exitCode() {
   static int code = 0;
   return code;
+}
+
+void runCommand(std::string_view name, const std::function<int()>& body) {
+  try {
+    exitCode() = body();
+  } catch (const UsageError& e) {
+    std::cerr << "lfimport " << name << ": " << e.what() << "\n";
+    exitCode() = kExitUsage;
+  } catch (const std::exception& e) {
+    std::cerr << "lfimport " << name << ": " << e.what() << "\n";
+    exitCode() = kExitFailed;
+  }
 }
 
 }  // namespace lf::cli

@@ -4,7 +4,10 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include "base/failure.hpp"
 
 namespace CLI {
 class App;
@@ -22,7 +25,22 @@ struct CommandRegistration {
 
 std::vector<std::pair<int, CommandFactory>>& commandFactories();
 
-// The exit code a subcommand's callback leaves for main().
+// The exit code a subcommand's callback leaves for main(): 0 all done, 1 something failed,
+// 2 bad usage.
 int& exitCode();
+inline constexpr int kExitFailed = 1;
+inline constexpr int kExitUsage = 2;
+
+// Options that parse but do not fit together or say too little ("--list-clients needs
+// --source"): exit code 2, as for a command line that does not parse.
+class UsageError : public Failure {
+ public:
+  using Failure::Failure;
+};
+
+// Runs the body of subcommand `name` and leaves its exit code. A failure that escapes the body
+// ends the command with one line on stderr, "lfimport <name>: <what>", and exit code 1 (2 for
+// a UsageError).
+void runCommand(std::string_view name, const std::function<int()>& body);
 
 }  // namespace lf::cli

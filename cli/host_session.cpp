@@ -1,17 +1,24 @@
 // Setting up the stand-alone host of a command.
 #include "cli/host_session.hpp"
 
+#include <fmt/format.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
 
 #include "base/date_utilities.hpp"
+#include "base/failure.hpp"
 #include "base/general_utilities.hpp"
 #include "base/module_state.hpp"
+#include "cli/command_registry.hpp"
 #include "cli/component_wiring.hpp"
+#include "cli/option_checks.hpp"
+#include "db/practice_database.hpp"
 #include "host/file_utilities.hpp"
 #include "host/progress_dialog.hpp"
 
@@ -25,9 +32,11 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
   command.add_option_function<std::string>(
       "--country", [&options](const std::string& c) { options.country = parseCountry(c); },
       "Country mode: ca or us (overrides the practice database)");
-  command.add_option_function<int>(
-      "--province", [&options](int p) { options.province = p; },
-      "Province index (overrides the practice database)");
+  command
+      .add_option_function<int>(
+          "--province", [&options](int p) { options.province = p; },
+          "Province index (overrides the practice database)")
+      ->check(provinceIndex());
 }
 
 int parseCountry(const std::string& text) {
@@ -37,18 +46,66 @@ int parseCountry(const std::string& text) {
   throw CLI::ValidationError("--country", "takes ca or us");
 }
 
-std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path) {
-  if (path.empty()) throw std::runtime_error("no practice database given (--practice)");
-  if (!std::filesystem::is_regular_file(path))
-    throw std::runtime_error("the practice database '" + path +
-                             "' does not exist (create one with lfimport init)");
+namespace {
+
+// Seconds to wait for a lock that another program holds.
+double lockWaitSeconds() {
+  const char* text = std::getenv("LFIMPORT_LOCK_WAIT");
+  if (text == nullptr || *text == '\0') return 10;
+  char* end = nullptr;
+  const double seconds = std::strtod(text, &end);
+  if (*end != '\0' || !(seconds >= 0) || seconds > 3600)
+    throw Failure("LFIMPORT_LOCK_WAIT must be a number of seconds, not '" + std::string(text) +
+                  "'");
+  return seconds;
+}
+
+}  // namespace
+
+std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path, bool readOnly) {
+  namespace fs = std::filesystem;
+  if (path.empty()) throw UsageError("no practice database given (--practice)");
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::not_found)
+    throw Failure("the practice database '" + path +
+                  "' does not exist (create one with lfimport init)");
+  if (status.type() == fs::file_type::directory)
+    throw Failure("'" + path + "' is a folder, not a practice database");
+  if (status.type() != fs::file_type::regular)
+    throw Failure("'" + path + "' is not a practice database file");
+
+  const double wait = lockWaitSeconds();
   auto db = std::make_unique<SqliteDatabase>();
   db->setDatabasePath(path);
   db->setWriteAheadLog(true);
+  db->setReadOnly(readOnly);
+  db->setBusyTimeout(static_cast<int>(wait * 1000));
+  db->setOpenCheck([&path](SqliteDatabase& opened) {
+    try {
+      checkPracticeTables(opened);
+    } catch (const Failure& refused) {
+      throw Failure("'" + path + "' is not a Ledgerfolio practice database: " + refused.what());
+    }
+  });
   db->connect(2);
-  if (!db->isOpen() || !db->hasTable("Companies") || !db->hasTable("HostSettings"))
-    throw std::runtime_error("'" + path + "' is not a Ledgerfolio practice database");
-  return db;
+  if (db->isOpen()) return db;
+  switch (db->connectFailureCode()) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      throw Failure(fmt::format(
+          "the practice database '{}' is locked by another program (waited {} s); try again "
+          "when it has finished",
+          path, wait));
+    case SQLITE_READONLY:
+      throw Failure("the practice database '" + path +
+                    "' is read-only, and this command writes to it");
+    case SQLITE_NOTADB:
+      throw Failure("'" + path + "' is not a Ledgerfolio practice database (not a database file)");
+    default:
+      throw Failure("cannot open the practice database '" + path +
+                    "': " + db->connectFailureMessage());
+  }
 }
 
 ScopedErrorService::ScopedErrorService(int action, std::ostream* log)
@@ -65,7 +122,7 @@ ScopedErrorService::~ScopedErrorService() {
 }
 
 HostSession::HostSession(const HostOptions& options) {
-  db_ = openPracticeDatabase(options.practicePath);
+  db_ = openPracticeDatabase(options.practicePath, options.readOnly);
   std::ostream* log = options.quiet ? nullptr : &std::cerr;
   errors_ = std::make_unique<ConsoleErrorService>(
       ConsoleErrorService::actionFromPolicy(options.onError), log, &report_);

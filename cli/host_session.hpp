@@ -27,6 +27,9 @@ struct HostOptions {
   std::optional<int> province;
   bool interactive = false;
   bool quiet = false;
+  // The command only reads the practice database: it is opened so that nothing can be
+  // written to it, and a read-only file will do.
+  bool readOnly = false;
 };
 
 // Adds --on-error, --country and --province to a subcommand.
@@ -37,8 +40,8 @@ int parseCountry(const std::string& text);
 
 class HostSession {
  public:
-  // Opens the practice database; throws std::runtime_error with a clear message when the file
-  // is missing or is no practice database.
+  // Opens the practice database; throws Failure with a one-line message naming the file when
+  // it is missing, locked, read-only for a command that writes, or no practice database.
   explicit HostSession(const HostOptions& options);
   ~HostSession();
 
@@ -71,7 +74,10 @@ class ScopedErrorService {
   bool savedIsSet_;
 };
 
-// Opens a practice database for a command, or throws with a clear message.
-std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path);
+// Opens a practice database for a command, or throws Failure with a one-line message naming
+// the file. Nothing is written to a file before it is known to be a complete practice
+// database. A lock that another program holds is waited for LFIMPORT_LOCK_WAIT seconds
+// (10 unless set) before the command gives up.
+std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path, bool readOnly);
 
 }  // namespace lf::cli

@@ -15,10 +15,13 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
-    return app.exit(e);
+    if (e.get_exit_code() == 0) return app.exit(e);  // --help
+    // One line naming the option, and the usage exit code whatever CLI11's own number.
+    std::cerr << "lfimport: " << e.what() << " (see lfimport --help)\n";
+    return lf::cli::kExitUsage;
   } catch (const std::exception& e) {
     std::cerr << "lfimport: " << e.what() << "\n";
-    return 1;
+    return lf::cli::kExitFailed;
   }
   return lf::cli::exitCode();
 }

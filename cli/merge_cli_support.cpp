@@ -1,11 +1,14 @@
 // Host and template reading of the merge commands.
 #include "cli/merge_cli_support.hpp"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <stdexcept>
 
+#include "base/failure.hpp"
 #include "base/module_state.hpp"
+#include "base/text_encoding.hpp"
+#include "cli/command_registry.hpp"
 
 namespace lf::cli {
 
@@ -24,14 +27,18 @@ MergeHost::~MergeHost() {
 }
 
 std::string readTemplate(const std::string& text, const std::string& file, bool textGiven) {
-  if (textGiven) return text;
-  if (file.empty()) throw std::runtime_error("give the template with --text or --file");
+  if (textGiven) return textFromOutside(text);
+  if (file.empty()) throw UsageError("give the template with --text or --file");
+  if (std::filesystem::is_directory(file))
+    throw Failure("'" + file + "' is a folder, not a template file");
   std::ifstream in(file, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read the template file '" + file + "'");
+  if (!in) throw Failure("cannot read the template file '" + file + "'");
   std::ostringstream contents;
   contents << in.rdbuf();
-  if (in.bad()) throw std::runtime_error("cannot read the template file '" + file + "'");
-  return contents.str();
+  if (in.bad()) throw Failure("cannot read the template file '" + file + "'");
+  std::string templateText = contents.str();
+  makeCleanText(templateText);
+  return templateText;
 }
 
 }  // namespace lf::cli

@@ -49,8 +49,8 @@ class MergeHost {
   std::unique_ptr<FixedLocale> locale_;
 };
 
-// The template of --text, or the contents of --file; throws with a clear message when the file
-// cannot be read or neither was given.
+// The template of --text, or the contents of --file, as clean text; throws Failure naming the
+// file when it cannot be read or is a folder, UsageError when neither was given.
 std::string readTemplate(const std::string& text, const std::string& file, bool textGiven);
 
 }  // namespace lf::cli

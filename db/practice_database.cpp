@@ -1,8 +1,13 @@
 // Schema creation and seed rows of a stand-alone practice database.
 #include "db/practice_database.hpp"
 
-#include <string>
+#include <sqlite3.h>
 
+#include <string>
+#include <unordered_set>
+
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
 #include "base/variant.hpp"
 #include "db/practice_schema.hpp"
 
@@ -47,6 +52,28 @@ void createPracticeTables(SqliteDatabase& db) {
   for (const std::string& statement : practiceSchemaStatements()) db.executeStatement(statement);
   db.executeStatement(
       "CREATE TABLE HostSettings (SettingName TEXT COLLATE NOCASE PRIMARY KEY, SettingValue TEXT)");
+}
+
+void checkPracticeTables(SqliteDatabase& db) {
+  std::vector<std::pair<std::string, std::vector<std::string>>> tables = practiceTableColumns();
+  tables.emplace_back("HostSettings", std::vector<std::string>{"SettingName", "SettingValue"});
+  sqlite3* connection = db.connection();
+  for (const auto& [table, columns] : tables) {
+    // Names compare without letter case, as SQLite compares them.
+    std::unordered_set<std::string> present;
+    sqlite3_stmt* stmt = nullptr;
+    const std::string sql = "PRAGMA table_xinfo(\"" + table + "\")";
+    if (sqlite3_prepare_v2(connection, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
+      throw DatabaseFailure(sqlite3_errmsg(connection));
+    while (sqlite3_step(stmt) == SQLITE_ROW)
+      present.insert(
+          GeneralUtilities::upperCase(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1))));
+    sqlite3_finalize(stmt);
+    if (present.empty()) throw Failure("it has no table " + table);
+    for (const std::string& column : columns)
+      if (!present.count(GeneralUtilities::upperCase(column)))
+        throw Failure("its table " + table + " has no column " + column);
+  }
 }
 
 std::string readHostSetting(DatabaseService& db, std::string_view name, std::string_view fallback) {

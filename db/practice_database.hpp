@@ -31,6 +31,11 @@ void seedPracticeDatabase(DatabaseService& db, const PracticeSeed& seed);
 std::unique_ptr<SqliteDatabase> createPracticeDatabase(std::string_view path,
                                                        const PracticeSeed& seed);
 
+// Throws Failure naming the first table or column of the practice schema (HostSettings
+// included) that the database lacks, so that a database another program made, or one with a
+// column dropped, is refused before any work rather than failing row by row. Reads only.
+void checkPracticeTables(SqliteDatabase& db);
+
 // Settings of the stand-alone host (country, province, current user and years, categories,
 // sort orders), kept in the table HostSettings as name and text value.
 std::string readHostSetting(DatabaseService& db, std::string_view name,

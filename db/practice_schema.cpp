@@ -68,6 +68,13 @@ class TableDef {
 
   const std::string& name() const { return name_; }
 
+  std::vector<std::string> columnNames() const {
+    std::vector<std::string> names;
+    for (const std::string& definition : columns_)
+      names.push_back(definition.substr(0, definition.find(' ')));
+    return names;
+  }
+
   void appendStatements(std::vector<std::string>& out) const {
     std::string create = "CREATE TABLE " + name_ + " (";
     for (std::size_t i = 0; i < columns_.size(); ++i) {
@@ -586,6 +593,16 @@ const std::vector<std::string>& practiceTableNames() {
     return out;
   }();
   return names;
+}
+
+const std::vector<std::pair<std::string, std::vector<std::string>>>& practiceTableColumns() {
+  static const std::vector<std::pair<std::string, std::vector<std::string>>> tables = [] {
+    std::vector<std::pair<std::string, std::vector<std::string>>> out;
+    const Schema schema = buildPracticeSchema();
+    for (const auto& table : schema.tables()) out.emplace_back(table.name(), table.columnNames());
+    return out;
+  }();
+  return tables;
 }
 
 }  // namespace lf

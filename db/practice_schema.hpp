@@ -13,6 +13,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace lf {
@@ -24,5 +25,8 @@ const std::vector<std::string>& practiceSchemaStatements();
 
 // The names of the tables those statements create, in creation order.
 const std::vector<std::string>& practiceTableNames();
+
+// Each table with the names of its columns, in creation order.
+const std::vector<std::pair<std::string, std::vector<std::string>>>& practiceTableColumns();
 
 }  // namespace lf

@@ -2,6 +2,7 @@
 // with per-column indexes, writes converted to the declared column types, and write groups.
 #include "db/sqlite_database.hpp"
 
+#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -18,6 +19,7 @@
 
 #include "base/failure.hpp"
 #include "base/general_utilities.hpp"
+#include "base/text_encoding.hpp"
 #include "db/access_sql.hpp"
 
 namespace lf {
@@ -334,6 +336,26 @@ std::string indexName(const std::vector<int>& cols) {
   return name;
 }
 
+// A text value of a result row, read whole (a NUL does not end it) and made clean text.
+std::string textColumn(sqlite3_stmt* stmt, int i) {
+  const char* t = reinterpret_cast<const char*>(sqlite3_column_text(stmt, i));
+  const std::string_view bytes(t != nullptr ? t : "",
+                               static_cast<size_t>(sqlite3_column_bytes(stmt, i)));
+  return isCleanText(bytes) ? std::string(bytes) : textFromOutside(bytes);
+}
+
+// The file name as an SQLite URI path: the characters a URI gives a meaning are escaped.
+std::string uriPath(const std::string& path) {
+  std::string uri = "file:";
+  for (char c : path) {
+    if (c == '%' || c == '?' || c == '#')
+      uri += fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    else
+      uri += c;
+  }
+  return uri;
+}
+
 }  // namespace
 
 struct SqliteDatabase::Impl {
@@ -341,6 +363,11 @@ struct SqliteDatabase::Impl {
   std::string path;
   bool bulk = false;
   bool writeAheadLog = false;
+  bool readOnly = false;
+  int busyTimeout = 0;
+  std::function<void(SqliteDatabase&)> openCheck;
+  int failureCode = 0;
+  std::string failureMessage;
   std::int32_t nextHandle = 1;
   std::unordered_map<std::int32_t, std::unique_ptr<Recordset>> recordsets;
   std::unordered_map<std::string, sqlite3_stmt*> statements;
@@ -405,25 +432,37 @@ struct SqliteDatabase::Impl {
   void exec(const char* sql) {
     flushWrites();
     char* err = nullptr;
-    if (sqlite3_exec(db, sql, nullptr, nullptr, &err) != SQLITE_OK) {
+    if (const int rc = sqlite3_exec(db, sql, nullptr, nullptr, &err); rc != SQLITE_OK) {
       std::string message = err ? err : "failed";
       sqlite3_free(err);
+      failureCode = rc & 0xFF;
       throw DatabaseFailure(message);
     }
   }
 
-  void configure() {
-    if (writeAheadLog) {
-      exec("PRAGMA locking_mode=EXCLUSIVE;");
-      exec("PRAGMA journal_mode=WAL;");
-      exec("PRAGMA synchronous=NORMAL;");
-      // Each source record commits on its own: checkpoint seldom.
-      exec("PRAGMA wal_autocheckpoint=100000;");
-    }
+  bool writable() { return sqlite3_db_readonly(db, "main") == 0; }
+
+  // Settings, then the first read (which takes the locks and proves the file a database),
+  // then the open check, and only then anything that writes to the file.
+  void configure(SqliteDatabase& owner) {
+    sqlite3_busy_timeout(db, busyTimeout);
+    // A practice database is held alone from the first read on, and its log lives in this
+    // process's memory; an exclusive lock needs a file open for writing.
+    if (writeAheadLog && writable()) exec("PRAGMA locking_mode=EXCLUSIVE;");
+    if (readOnly) exec("PRAGMA query_only=ON;");
     exec("PRAGMA foreign_keys=OFF;");
     exec("PRAGMA cache_size=-65536;");
-    // Reading the schema proves that the file is a database.
     exec("SELECT count(*) FROM sqlite_master;");
+    if (openCheck) openCheck(owner);
+    if (!writeAheadLog || readOnly) return;
+    if (!writable()) {
+      failureCode = SQLITE_READONLY;
+      throw DatabaseFailure("The file is read-only.");
+    }
+    exec("PRAGMA journal_mode=WAL;");
+    exec("PRAGMA synchronous=NORMAL;");
+    // Each source record commits on its own: checkpoint seldom.
+    exec("PRAGMA wal_autocheckpoint=100000;");
   }
 
   sqlite3_stmt* cached(const std::string& sql) {
@@ -534,23 +573,21 @@ struct SqliteDatabase::Impl {
           break;
         case Kind::Date: {
           if (type == SQLITE_TEXT) {
-            const char* t =
-                reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i)));
+            std::string t = textColumn(stmt, static_cast<int>(i));
             std::string iso;
             if (auto direct = Date::fromIso(t))
               v = Variant::date(*direct);
             else if (parseSqlDateText(t, iso))
               v = Variant::date(*Date::fromIso(iso));
             else
-              v = Variant::text(t);
+              v = Variant::text(std::move(t));
           } else {
             v = Variant::date(Date{sqlite3_column_double(stmt, static_cast<int>(i))});
           }
           break;
         }
         case Kind::Text:
-          v = Variant::text(
-              reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i))));
+          v = Variant::text(textColumn(stmt, static_cast<int>(i)));
           break;
         case Kind::Null:  // an expression: by storage class
           if (type == SQLITE_INTEGER)
@@ -558,8 +595,7 @@ struct SqliteDatabase::Impl {
           else if (type == SQLITE_FLOAT)
             v = Variant::real(sqlite3_column_double(stmt, static_cast<int>(i)));
           else
-            v = Variant::text(
-                reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i))));
+            v = Variant::text(textColumn(stmt, static_cast<int>(i)));
           break;
       }
       row.set(i, v);
@@ -568,11 +604,11 @@ struct SqliteDatabase::Impl {
   }
 
   static Variant convertForColumnLenient(Kind kind, sqlite3_stmt* stmt, size_t i) {
-    const char* t = reinterpret_cast<const char*>(sqlite3_column_text(stmt, static_cast<int>(i)));
+    std::string t = textColumn(stmt, static_cast<int>(i));
     try {
       return convertForColumn(kind, t, "");
     } catch (const DatabaseFailure&) {
-      return Variant::text(t);
+      return Variant::text(std::move(t));
     }
   }
 
@@ -1013,7 +1049,7 @@ void SqliteDatabase::createNew(std::string_view path) {
     impl_->disconnect();
     throw DatabaseFailure("Cannot create '" + p + "': " + message);
   }
-  impl_->configure();
+  impl_->configure(*this);
 }
 
 void SqliteDatabase::setWriteAheadLog(bool on) {
@@ -1065,19 +1101,65 @@ void SqliteDatabase::setDatabasePath(std::string_view path) {
 void SqliteDatabase::setCursorLocation(int) {}
 void SqliteDatabase::setOpenMode(int) {}
 
+void SqliteDatabase::setReadOnly(bool on) {
+  impl_->readOnly = on;
+}
+
+void SqliteDatabase::setBusyTimeout(int milliseconds) {
+  impl_->busyTimeout = milliseconds;
+}
+
+void SqliteDatabase::setOpenCheck(std::function<void(SqliteDatabase&)> check) {
+  impl_->openCheck = std::move(check);
+}
+
+int SqliteDatabase::connectFailureCode() const {
+  return impl_->failureCode;
+}
+
+const std::string& SqliteDatabase::connectFailureMessage() const {
+  return impl_->failureMessage;
+}
+
 void SqliteDatabase::connect(int) {
   impl_->disconnect();
+  impl_->failureCode = 0;
+  impl_->failureMessage.clear();
   const std::string& p = impl_->path;
-  if (p.empty()) return;
-  if (p != ":memory:" && !std::filesystem::is_regular_file(p)) return;  // isOpen answers false
-  if (sqlite3_open_v2(p.c_str(), &impl_->db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+  auto refuse = [this](int code, std::string message) {
     impl_->disconnect();
-    return;
+    impl_->failureCode = code;
+    impl_->failureMessage = std::move(message);
+  };
+  if (p.empty()) return refuse(SQLITE_CANTOPEN, "No database path was given.");
+  if (p != ":memory:" && !std::filesystem::is_regular_file(p))
+    return refuse(SQLITE_CANTOPEN, "No such file.");  // isOpen answers false
+  if (sqlite3_open_v2(p.c_str(), &impl_->db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+    return refuse(impl_->db ? sqlite3_errcode(impl_->db) : SQLITE_CANTOPEN,
+                  impl_->db ? sqlite3_errmsg(impl_->db) : "Cannot open the file.");
+  if (p != ":memory:" && !impl_->writable()) {
+    // The system refuses writing, and a lock or a shared log would need it. With no log
+    // beside it the file holds everything committed: it is read as it stands.
+    std::error_code error;
+    const auto logSize = std::filesystem::file_size(p + "-wal", error);
+    if (error || logSize == 0) {
+      sqlite3_close_v2(impl_->db);
+      impl_->db = nullptr;
+      if (sqlite3_open_v2((uriPath(p) + "?immutable=1").c_str(), &impl_->db,
+                          SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr) != SQLITE_OK)
+        return refuse(impl_->db ? sqlite3_errcode(impl_->db) : SQLITE_CANTOPEN,
+                      impl_->db ? sqlite3_errmsg(impl_->db) : "Cannot open the file.");
+    }
   }
   try {
-    impl_->configure();
-  } catch (const DatabaseFailure&) {
-    impl_->disconnect();  // not a database, or a damaged one
+    impl_->configure(*this);
+  } catch (const DatabaseFailure& failure) {
+    // Not a database, a damaged one, one that another connection holds, or read-only.
+    const int code = impl_->failureCode != 0 ? impl_->failureCode : SQLITE_ERROR;
+    refuse(code, failure.what());
+  } catch (...) {
+    impl_->disconnect();  // refused by the open check
+    throw;
   }
 }
 

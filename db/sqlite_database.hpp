@@ -6,8 +6,12 @@
 // New rows take their auto-number key when addNewRecord runs and are stored in one INSERT
 // by updateRecord. findRecord builds a hash index per searched column set on first use and
 // keeps it current across writes, so a search costs O(1).
+//
+// Text read from a database follows the rule of host/text_encoding.hpp: a value is read whole
+// and comes back as valid UTF-8, whatever bytes the file holds.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -31,6 +35,21 @@ class SqliteDatabase : public DatabaseService {
   // The practice database runs in write-ahead-log mode; a source database is left in the
   // journal mode it has, so that opening an export never changes the file. Set before connect.
   void setWriteAheadLog(bool on);
+  // Opens the file for reading only; nothing is ever written to it. Set before connect.
+  void setReadOnly(bool on);
+  // How long a statement waits for a lock that another connection holds before it fails
+  // with "database is locked". Default 0: it fails at once. Set before connect.
+  void setBusyTimeout(int milliseconds);
+  // Runs inside connect once the file has been read as a database, before anything is
+  // written to it (the switch to write-ahead logging). A failure it throws closes the
+  // connection again and goes on to connect's caller, so a file that the check refuses is
+  // left exactly as it was.
+  void setOpenCheck(std::function<void(SqliteDatabase&)> check);
+  // Why the last connect left isOpen false: the SQLite result code (SQLITE_BUSY when another
+  // connection holds the file, SQLITE_NOTADB, SQLITE_CANTOPEN ...) and its message. 0 and
+  // empty after a connect that succeeded.
+  int connectFailureCode() const;
+  const std::string& connectFailureMessage() const;
   // Runs one statement that returns no rows (schema and seed statements).
   void executeStatement(std::string_view accessSql);
   // True when the connection holds a table of that name.

@@ -34,8 +34,9 @@ class TerminalSession {
   TerminalSession(frmTPSWizard& wizard, std::istream& in, std::ostream& out)
       : w_(wizard), in_(in), out_(out) {}
 
-  bool run() {
+  bool run(const std::string& exportFile) {
     w_.Initialize();
+    if (!exportFile.empty()) w_.cmdOpenTPSFile(exportFile);
     int shownStep = -1;
     while (w_.isOpen()) {
       if (w_.step() != shownStep) {
@@ -255,8 +256,9 @@ class TerminalSession {
 
 }  // namespace
 
-bool runTPSWizardAtTerminal(frmTPSWizard& wizard, std::istream& in, std::ostream& out) {
-  return TerminalSession(wizard, in, out).run();
+bool runTPSWizardAtTerminal(frmTPSWizard& wizard, std::istream& in, std::ostream& out,
+                            const std::string& exportFile) {
+  return TerminalSession(wizard, in, out).run(exportFile);
 }
 
 }  // namespace lf

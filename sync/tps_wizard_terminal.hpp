@@ -6,13 +6,16 @@
 
 #include <istream>
 #include <ostream>
+#include <string>
 
 namespace lf {
 
 class frmTPSWizard;
 
 // Initializes the wizard and runs it until it finishes or is cancelled (also by the end of
-// input). True when it finished.
-bool runTPSWizardAtTerminal(frmTPSWizard& wizard, std::istream& in, std::ostream& out);
+// input). True when it finished. An export file given on the command line is opened at the
+// start, as if chosen on the export file step, which then shows it filled in.
+bool runTPSWizardAtTerminal(frmTPSWizard& wizard, std::istream& in, std::ostream& out,
+                            const std::string& exportFile = {});
 
 }  // namespace lf

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "base/failure.hpp"
+#include "base/text_encoding.hpp"
 #include "host/file_dialog.hpp"
 #include "sync/tps_wizard.hpp"
 
@@ -16,7 +17,7 @@ namespace {
 using nlohmann::json;
 
 Failure badField(const std::string& field, const std::string& expected) {
-  return Failure("Answers file: \"" + field + "\" must be " + expected);
+  return Failure("\"" + field + "\" must be " + expected);
 }
 
 std::optional<bool> optionalBool(const json& j, const char* field, const std::string& where) {
@@ -117,10 +118,16 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
   json j;
   try {
     j = json::parse(jsonText);
-  } catch (const json::parse_error& e) {
-    throw Failure(std::string("Answers file is not valid JSON: ") + e.what());
+  } catch (const json::exception& e) {
+    // Any failure of the parser (bad syntax, a number too large for a double) is bad JSON;
+    // the parser's own "[json.exception...]" tag means nothing to a user.
+    std::string what = e.what();
+    if (const auto tag = what.find("] ");
+        !what.empty() && what[0] == '[' && tag != std::string::npos)
+      what.erase(0, tag + 2);
+    throw Failure("not valid JSON: " + what);
   }
-  if (!j.is_object()) throw Failure("Answers file must hold one JSON object");
+  if (!j.is_object()) throw Failure("it must hold one JSON object");
 
   WizardAnswers a;
   if (j.contains("source")) {
@@ -164,11 +171,19 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
 }
 
 WizardAnswers readWizardAnswers(const std::string& path) {
+  if (std::filesystem::is_directory(path))
+    throw Failure("the answers file '" + path + "' is a folder");
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw Failure("Cannot read the answers file " + path);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return parseWizardAnswers(text.str(), std::filesystem::path(path).parent_path().string());
+  if (!in) throw Failure("cannot read the answers file '" + path + "'");
+  std::ostringstream contents;
+  contents << in.rdbuf();
+  std::string text = contents.str();
+  makeCleanText(text);
+  try {
+    return parseWizardAnswers(text, std::filesystem::path(path).parent_path().string());
+  } catch (const Failure& refused) {
+    throw Failure("the answers file '" + path + "': " + refused.what());
+  }
 }
 
 bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers) {

@@ -61,8 +61,9 @@ struct WizardAnswers {
   std::map<std::string, bool> answers;  // part of a question's text, to yes
 };
 
-// Reads an answers file; a relative source path is taken from the file's folder.
-// Throws Failure naming the field when the file cannot be read or a field has the wrong form.
+// Reads an answers file (outside text: see host/text_encoding.hpp); a relative source path is
+// taken from the file's folder. Throws Failure naming the file, and the field when a field has
+// the wrong form.
 WizardAnswers readWizardAnswers(const std::string& path);
 WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string& baseFolder);
 

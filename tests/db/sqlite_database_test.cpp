@@ -284,6 +284,21 @@ TEST_F(SqliteDatabaseTest, BadStatementsAndFieldsFailClearly) {
   EXPECT_TRUE(db.hasTable("Companies"));
 }
 
+TEST_F(SqliteDatabaseTest, TextIsReadWholeAsCleanUtf8) {
+  sqlite3_stmt* stmt = nullptr;
+  ASSERT_EQ(sqlite3_prepare_v2(db.connection(), "UPDATE Companies SET CompanyName = ?", -1, &stmt,
+                               nullptr),
+            SQLITE_OK);
+  const std::string stored("Caf\xE9\0 Ltd", 9);  // Windows-1252, with a NUL inside
+  sqlite3_bind_text(stmt, 1, stored.data(), static_cast<int>(stored.size()), SQLITE_TRANSIENT);
+  ASSERT_EQ(sqlite3_step(stmt), SQLITE_DONE);
+  sqlite3_finalize(stmt);
+  std::int32_t h = open("SELECT Companies.* FROM Companies;", kLockReadOnly);
+  ASSERT_TRUE(db.hasRecord(h));
+  EXPECT_EQ(db.getField(h, "CompanyName").toString(), "Caf\xC3\xA9 Ltd");
+  EXPECT_TRUE(db.findRecord(h, "CompanyName", "Caf\xC3\xA9 Ltd"));
+}
+
 TEST(SqliteDatabaseConnect, MissingOrCorruptFileLeavesItClosed) {
   SqliteDatabase db;
   db.setDatabasePath("/nonexistent/export.db");
