@@ -209,26 +209,76 @@ void CrossReferenceTables::save(CrossReferenceKind kind, long ledgerfolioID,
 // --- The operations by their TPS names ------------------------------------------------------
 // Each runs under its own label; a failed get keeps -1 and the caller takes the new-row path.
 
-#define LF_CROSS_REFERENCE_GET(name, kind, pumps)                         \
-  long CrossReferenceTables::name(std::string_view sourceID) {            \
-    long result = -1;                                                     \
-    procedure(procedureLabel(words_, #name),                              \
-              [&] { result = getLedgerfolioID(kind, sourceID, pumps); }); \
-    return result;                                                        \
+namespace {
+
+// The TPS names of a kind's get and save. The first get of the family pumps six times, the
+// others four.
+struct KindOperations {
+  std::string_view get;
+  std::string_view save;
+  int pumps;
+};
+
+KindOperations operationsOf(CrossReferenceKind kind) {
+  using K = CrossReferenceKind;
+  switch (kind) {
+    case K::Employee:
+      return {"getEmployeeIDFromTPSEmployeeID", "saveEmployeeIDAndTPSEmployeeID", 6};
+    case K::CompanyClient:
+      return {"getCompanyIDFromTPSClientIDOnly", "saveCompanyIDAndTPSClientID", 4};
+    case K::ContactClient:
+      return {"getContactIDFromTPSClientIDOnly", "saveContactIDAndTPSClientID", 4};
+    case K::ContactContact:
+      return {"getContactIDFromTPSContactIDOnly", "saveContactIDAndTPSContactID", 4};
+    case K::InvoiceItem:
+      return {"getInvoiceItemIDFromTPSParagraphID", "saveInvoiceItemIDAndTPSParagraphID", 4};
+    case K::BillingCategory:
+      return {"getBillingCategoryIDFromTPSServiceCategoryID",
+              "saveBillingCategoryIDAndTPSServiceCategoryID", 4};
+    case K::Workcode:
+      return {"getWorkcodeIDFromTPSWorkcodeID", "saveWorkcodeIDAndTPSWorkcodeID", 4};
+    case K::Invoice:
+      return {"getInvoiceIDFromTPSInvoiceID", "saveInvoiceIDAndTPSInvoiceID", 4};
+    case K::Deposit:
+      return {"getDepositIDFromTPSDepositID", "saveDepositIDAndTPSDepositID", 4};
+    case K::Docket:
+      break;
+  }
+  return {"getDocketIDFromTPSTimeID", "saveDocketIDAndTPSTimeID", 4};
+}
+
+}  // namespace
+
+long CrossReferenceTables::find(CrossReferenceKind kind, std::string_view sourceID) {
+  const KindOperations operations = operationsOf(kind);
+  long result = -1;
+  procedure(procedureLabel(words_, operations.get),
+            [&] { result = getLedgerfolioID(kind, sourceID, operations.pumps); });
+  return result;
+}
+
+void CrossReferenceTables::store(CrossReferenceKind kind, long ledgerfolioID,
+                                 std::string_view sourceID) {
+  procedure(procedureLabel(words_, operationsOf(kind).save),
+            [&] { save(kind, ledgerfolioID, sourceID); });
+}
+
+#define LF_CROSS_REFERENCE_GET(name, kind)                     \
+  long CrossReferenceTables::name(std::string_view sourceID) { \
+    return find(kind, sourceID);                               \
   }
 
-// The first operation of the family pumps six times, the others four.
-LF_CROSS_REFERENCE_GET(getEmployeeIDFromTPSEmployeeID, CrossReferenceKind::Employee, 6)
-LF_CROSS_REFERENCE_GET(getInvoiceItemIDFromTPSParagraphID, CrossReferenceKind::InvoiceItem, 4)
+LF_CROSS_REFERENCE_GET(getEmployeeIDFromTPSEmployeeID, CrossReferenceKind::Employee)
+LF_CROSS_REFERENCE_GET(getInvoiceItemIDFromTPSParagraphID, CrossReferenceKind::InvoiceItem)
 LF_CROSS_REFERENCE_GET(getBillingCategoryIDFromTPSServiceCategoryID,
-                       CrossReferenceKind::BillingCategory, 4)
-LF_CROSS_REFERENCE_GET(getWorkcodeIDFromTPSWorkcodeID, CrossReferenceKind::Workcode, 4)
-LF_CROSS_REFERENCE_GET(getInvoiceIDFromTPSInvoiceID, CrossReferenceKind::Invoice, 4)
-LF_CROSS_REFERENCE_GET(getDepositIDFromTPSDepositID, CrossReferenceKind::Deposit, 4)
-LF_CROSS_REFERENCE_GET(getDocketIDFromTPSTimeID, CrossReferenceKind::Docket, 4)
-LF_CROSS_REFERENCE_GET(getCompanyIDFromTPSClientIDOnly, CrossReferenceKind::CompanyClient, 4)
-LF_CROSS_REFERENCE_GET(getContactIDFromTPSClientIDOnly, CrossReferenceKind::ContactClient, 4)
-LF_CROSS_REFERENCE_GET(getContactIDFromTPSContactIDOnly, CrossReferenceKind::ContactContact, 4)
+                       CrossReferenceKind::BillingCategory)
+LF_CROSS_REFERENCE_GET(getWorkcodeIDFromTPSWorkcodeID, CrossReferenceKind::Workcode)
+LF_CROSS_REFERENCE_GET(getInvoiceIDFromTPSInvoiceID, CrossReferenceKind::Invoice)
+LF_CROSS_REFERENCE_GET(getDepositIDFromTPSDepositID, CrossReferenceKind::Deposit)
+LF_CROSS_REFERENCE_GET(getDocketIDFromTPSTimeID, CrossReferenceKind::Docket)
+LF_CROSS_REFERENCE_GET(getCompanyIDFromTPSClientIDOnly, CrossReferenceKind::CompanyClient)
+LF_CROSS_REFERENCE_GET(getContactIDFromTPSClientIDOnly, CrossReferenceKind::ContactClient)
+LF_CROSS_REFERENCE_GET(getContactIDFromTPSContactIDOnly, CrossReferenceKind::ContactContact)
 #undef LF_CROSS_REFERENCE_GET
 
 #define LF_CROSS_REFERENCE_REVERSE_GET(name, kind)                                             \
@@ -245,9 +295,9 @@ LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromCompanyID, CrossReferenceKind::
 LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromContactID, CrossReferenceKind::ContactClient)
 #undef LF_CROSS_REFERENCE_REVERSE_GET
 
-#define LF_CROSS_REFERENCE_SAVE(name, kind)                                                 \
-  void CrossReferenceTables::name(long ledgerfolioID, std::string_view sourceID) {          \
-    procedure(procedureLabel(words_, #name), [&] { save(kind, ledgerfolioID, sourceID); }); \
+#define LF_CROSS_REFERENCE_SAVE(name, kind)                                        \
+  void CrossReferenceTables::name(long ledgerfolioID, std::string_view sourceID) { \
+    store(kind, ledgerfolioID, sourceID);                                          \
   }
 
 LF_CROSS_REFERENCE_SAVE(saveEmployeeIDAndTPSEmployeeID, CrossReferenceKind::Employee)

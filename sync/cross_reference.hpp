@@ -108,6 +108,11 @@ class CrossReferenceTables {
   // (now); adds the row when there is none.
   void save(CrossReferenceKind kind, long ledgerfolioID, std::string_view sourceID);
 
+  // The get and the save of a kind under the label of its named operation below (a failed
+  // get keeps -1): what the engine's stages call.
+  long find(CrossReferenceKind kind, std::string_view sourceID);
+  void store(CrossReferenceKind kind, long ledgerfolioID, std::string_view sourceID);
+
   // --- The operations by their TPS names ---------------------------------------------------
   long getEmployeeIDFromTPSEmployeeID(std::string_view tpsUserID);
   long getInvoiceItemIDFromTPSParagraphID(std::string_view tpsParagraphID);

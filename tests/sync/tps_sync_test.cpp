@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/progress_dialog.hpp"
+#include "host/run_report.hpp"
 #include "sync/cls_import_tps_information.hpp"
 #include "tests/test_support.hpp"
 
@@ -586,6 +587,85 @@ TEST_F(TPSSyncTest, PersonalClientsJoinTheYearsTaxCategory) {
   EXPECT_EQ(value("SELECT PersonalTaxStatus.* FROM PersonalTaxStatus;", "ActiveStatus").toLong(), 2);
   EXPECT_EQ(value("SELECT PersonalTaxStatus.* FROM PersonalTaxStatus;", "TaxYear").toLong(),
             locale->getCurrentPersonalYear());
+}
+
+TEST_F(TPSSyncTest, StaffWithoutLoginIsNamedFromThePersonAndOwnsItsTimeEntries) {
+  addClient("101", "Name", "'Northwind Trading LTD'");
+  exportFile.exec(
+      "INSERT INTO Contacts (ContactID, autContactID, FirstName, LastName) VALUES "
+      "(5, 5, 'Mira', 'Okafor');"
+      "INSERT INTO Employees VALUES (5, 5, 'Staff', NULL, 1, NULL), (6, NULL, 'Staff', '  ', 1, "
+      "NULL);"
+      "INSERT INTO Times (TimeID, ClientID, EmployeeID, Start, Minute, Description) VALUES "
+      "(1, 101, 5, '2024-03-04 09:00:00', 30, 'Filing');");
+  RunReport report;
+  auto engine = makeEngine();
+  engine->setRunReport(&report);
+  engine->options().companyCollection.addRow({Variant::text("101")});
+  engine->importTPSInformation();
+  const long staff =
+      value(
+          "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE LastName = "
+          "'Okafor';",
+          "ContactID")
+          .toLong();
+  ASSERT_GT(staff, 0);
+  EXPECT_EQ(value("SELECT TPSUserEntries.* FROM TPSUserEntries WHERE TPSUserID = 5;", "UserIDNum")
+                .toLong(),
+            staff);
+  EXPECT_EQ(value("SELECT Dockets.* FROM Dockets;", "UserIDNum").toLong(), staff);
+  // Neither a login nor a person to name the staff member after: said so in the report.
+  EXPECT_EQ(report.stage("staff").created, 1);
+  EXPECT_EQ(report.stage("staff").skipReasons.at("no login name and no name of the person"), 1);
+}
+
+TEST_F(TPSSyncTest, ReportExplainsEveryRowItReadAndShowsStagesThatFoundNothing) {
+  addClient("101", "Name", "'Northwind Trading LTD'");
+  exportFile.exec(
+      "INSERT INTO Employees VALUES (3, NULL, 'Staff', 'praman', 1, NULL);"
+      "INSERT INTO WorkCodes VALUES (1, 'Accounting', NULL), (10, 'Bookkeeping', 1);"
+      "INSERT INTO Invoices VALUES (1, 101, '0001', '2024-01-02', '$0.00', NULL, NULL, NULL),"
+      " (2, NULL, '1002', '2024-03-31', '$10.00', NULL, NULL, NULL);"
+      "INSERT INTO Times (TimeID, ClientID, EmployeeID, Start, Minute, Description) VALUES"
+      " (1, NULL, 3, '2024-03-06 10:00:00', 15, 'No client'),"
+      " (2, 101, NULL, '2024-03-06 11:00:00', 15, 'No staff'),"
+      " (3, 101, 3, '2024-03-06 12:00:00', 15, 'Filing');");
+  RunReport report;
+  auto engine = makeEngine();
+  engine->setRunReport(&report);
+  engine->options().companyCollection.addRow({Variant::text("101")});
+  engine->importTPSInformation();
+
+  const nlohmann::json stages = report.toJson().at("stages");
+  std::vector<std::string> names;
+  for (const nlohmann::json& stage : stages) {
+    names.push_back(stage.at("stage"));
+    long skipped = 0, failed = 0;
+    for (const auto& [reason, rows] : stage.at("skippedBecause").items())
+      skipped += rows.get<long>();
+    for (const auto& [reason, rows] : stage.at("failedBecause").items()) failed += rows.get<long>();
+    EXPECT_EQ(skipped, stage.at("skipped")) << stage.at("stage");
+    EXPECT_EQ(failed, stage.at("failed")) << stage.at("stage");
+    EXPECT_EQ(stage.at("read"),
+              stage.at("created").get<long>() + stage.at("updated").get<long>() + skipped + failed)
+        << stage.at("stage");
+  }
+  // The paragraphs stage ran and found nothing: it is there with read 0.
+  EXPECT_EQ(names, (std::vector<std::string>{"staff", "business clients", "personal clients",
+                                             "invoice paragraphs", "work codes", "invoices",
+                                             "deposits", "time entries"}));
+  EXPECT_EQ(report.stage("invoice paragraphs").read, 0);
+  const StageCounters& codes = report.stage("work codes");
+  EXPECT_EQ(codes.read, 2);
+  EXPECT_EQ(codes.created, 0);
+  EXPECT_EQ(codes.skipReasons.size(), 2u);  // parents and children, each with its own reason
+  const StageCounters& invoices = report.stage("invoices");
+  EXPECT_EQ(invoices.skipReasons.at("invoice 1 is the export's placeholder"), 1);
+  EXPECT_EQ(invoices.skipReasons.at("no client"), 1);
+  const StageCounters& times = report.stage("time entries");
+  EXPECT_EQ(times.skipReasons.at("no client"), 1);
+  EXPECT_EQ(times.skipReasons.at("no staff member"), 1);
+  EXPECT_EQ(times.created, 1);
 }
 
 }  // namespace

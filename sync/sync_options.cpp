@@ -1,5 +1,5 @@
-// Key list reading and date defaults of the TPS sync choices.
-#include "sync/tps_import_options.hpp"
+// Key list reading, the row-by-row date filter and the date defaults of the sync choices.
+#include "sync/sync_options.hpp"
 
 namespace lf {
 
@@ -11,7 +11,26 @@ std::vector<std::string> keysOf(KeyList& list) {
   return keys;
 }
 
-void defaultTPSImportDates(TPSImportOptions& options, Date today) {
+bool dateInSynchRange(const Date& date, bool useRange, long rangeType, const Date& start,
+                      const Date& end) {
+  if (!useRange) return true;
+  const double day = date.datePart().serial;
+  const double first = start.datePart().serial, second = end.datePart().serial;
+  switch (rangeType) {
+    case kSynchOnDate:
+      return day == first;
+    case kSynchOnOrAfter:
+      return day >= first;
+    case kSynchOnOrBefore:
+      return day <= first;
+    case kSynchBetween:
+      return day >= first && day <= second;
+    default:
+      return true;
+  }
+}
+
+void defaultSyncDates(SyncOptions& options, Date today) {
   const Date yesterday{today.datePart().serial - 1.0};
   const Date yearEnd = Date::fromParts(today.year(), 12, 31);
   options.mvarUseTimeEntryDateRange = true;
