@@ -103,4 +103,17 @@ void SyncEngine::clientOfSourceRow(const std::string& sourceID, long& companyID,
   }
 }
 
+bool SyncEngine::clientOfRecord(std::int32_t rows, std::string_view keyColumn,
+                                const std::string& key, std::string_view clientColumn,
+                                long& companyID, long& contactID) {
+  const std::string client = readText(*source_, rows, clientColumn);
+  if (client.empty()) {
+    skipBecause("no client");
+    return false;
+  }
+  clientOfSourceRow(client, companyID, contactID);
+  source_->findRecord(rows, keyColumn, key);
+  return true;
+}
+
 }  // namespace lf

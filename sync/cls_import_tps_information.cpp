@@ -82,25 +82,25 @@ std::string clsImportTPSInformation::getTPSTimeQuery() {
 }
 
 std::string clsImportTPSInformation::getTPSInvoicesQuery() {
-  std::string sql = "SELECT Invoices.InvoiceID, Invoices.BillDate FROM Invoices";
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSInvoicesQuery", [&] {
-    DatabaseService* db = moduleState().DatabaseReference;
-    if (options_.mvarUseInvoiceDateRange && db != nullptr)
-      sql +=
-          dateRangeClause(*db, "Invoices.BillDate", options_.mvarInvoicesSynchDateRangeType,
-                          options_.mvarInvoicesSynchStartRange, options_.mvarInvoicesSynchEndRange);
-  });
-  return sql + ";";
+  return invoiceRangeQuery("getTPSInvoicesQuery",
+                           "SELECT Invoices.InvoiceID, Invoices.BillDate FROM Invoices",
+                           "Invoices.BillDate");
 }
 
 std::string clsImportTPSInformation::getTPSDepositQuery() {
-  std::string sql = "SELECT Payments.PaymentID, Payments.PayDate FROM Payments";
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSDepositQuery", [&] {
+  // Intended: deposits share the invoices' date range.
+  return invoiceRangeQuery("getTPSDepositQuery",
+                           "SELECT Payments.PaymentID, Payments.PayDate FROM Payments",
+                           "Payments.PayDate");
+}
+
+std::string clsImportTPSInformation::invoiceRangeQuery(std::string_view operation, std::string sql,
+                                                       std::string_view column) {
+  procedure(label(operation), [&] {
     DatabaseService* db = moduleState().DatabaseReference;
-    // Intended: deposits share the invoices' date range.
     if (options_.mvarUseInvoiceDateRange && db != nullptr)
       sql +=
-          dateRangeClause(*db, "Payments.PayDate", options_.mvarInvoicesSynchDateRangeType,
+          dateRangeClause(*db, column, options_.mvarInvoicesSynchDateRangeType,
                           options_.mvarInvoicesSynchStartRange, options_.mvarInvoicesSynchEndRange);
   });
   return sql + ";";

@@ -59,14 +59,17 @@ class clsImportTPSInformation : public SyncEngine {
   bool importTPSInformation() { return importInformation(); }
 
   // --- Stages ----------------------------------------------------------------------------
-  void importTPSUsers();
-  void importTPSBusinessClients();
-  void importTPSPersonalClients();
-  void importTPSInvoiceParagraphs();
-  void importTPSWorkCodes();
-  void importTPSTimeEntries();
-  void importTPSInvoices();
-  void importTPSDeposits();
+  void importTPSUsers() { runStage(staff_); }
+  void importTPSBusinessClients() { runStage(businessClients_); }
+  void importTPSPersonalClients() { runStage(personalClients_); }
+  void importTPSInvoiceParagraphs() { runStage(invoiceParagraphs_); }
+  void importTPSWorkCodes() {
+    runStage(parentWorkCodes_);
+    runStage(childWorkCodes_);
+  }
+  void importTPSTimeEntries() { runStage(timeEntries_); }
+  void importTPSInvoices() { runStage(invoices_); }
+  void importTPSDeposits() { runStage(deposits_); }
 
   // --- Source database and firm ----------------------------------------------------------
   bool openTPSDatabase() { return openDatabase(); }
@@ -101,9 +104,16 @@ class clsImportTPSInformation : public SyncEngine {
   long createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio(const std::string& tpsID,
                                                                  long billingCategoryID);
   long createNewTPSWorkcodeAsWorkcodeInLedgerfolio(const std::string& tpsID, long workcodeID);
-  long getCompanyIDFromTPSClientID(const std::string& tpsClientID, bool& checkFlag, bool& isNew);
-  long getContactIDFromTPSClientID(const std::string& tpsClientID, bool& checkFlag, bool& isNew);
-  long getContactIDFromTPSContactID(const std::string& tpsContactID, bool& checkFlag, bool& isNew);
+  // Client matching (SyncEngine::matchClient) in the three roles.
+  long getCompanyIDFromTPSClientID(const std::string& id, bool& check, bool& isNew) {
+    return matchClient(ClientRole::Company, id, check, isNew);
+  }
+  long getContactIDFromTPSClientID(const std::string& id, bool& check, bool& isNew) {
+    return matchClient(ClientRole::ContactOfClient, id, check, isNew);
+  }
+  long getContactIDFromTPSContactID(const std::string& id, bool& check, bool& isNew) {
+    return matchClient(ClientRole::ContactOfContact, id, check, isNew);
+  }
   long createNewTPSClientAsCompanyInLedgerfolio(const std::string& tpsClientID, long companyID);
   long createNewTPSClientAsContactInLedgerfolio(const std::string& tpsClientID, long contactID,
                                                 long companyID, long categoryID);
@@ -115,8 +125,15 @@ class clsImportTPSInformation : public SyncEngine {
   long createNewTPSInvoiceAsInvoiceInLedgerfolio(const std::string& tpsInvoiceID, long invoiceID);
   void adjustInvoiceAmount(long invoiceID, double adjustment);
   long createNewTPSDepositAsDepositInLedgerfolio(const std::string& tpsPaymentID, long depositID);
-  std::string getTPSClientNameFromTPSClientID(const std::string& tpsClientID);
-  std::string getTPSWorkCodeNameFromTPSWorkCodeID(const std::string& tpsWorkCodeID);
+  // The client's Name and the child work code's Name in the export; empty when not found.
+  std::string getTPSClientNameFromTPSClientID(const std::string& tpsClientID) {
+    return lookUpSource("getTPSClientNameFromTPSClientID", rsClients, "ClientID", tpsClientID,
+                        "Name");
+  }
+  std::string getTPSWorkCodeNameFromTPSWorkCodeID(const std::string& tpsWorkCodeID) {
+    return lookUpSource("getTPSWorkCodeNameFromTPSWorkCodeID", rsChildWorkCodes, "WorkID",
+                        tpsWorkCodeID, "Name");
+  }
 
  protected:
   std::string readSourceFirmID() override { return getTPSUniqueID(); }
@@ -126,6 +143,12 @@ class clsImportTPSInformation : public SyncEngine {
  private:
   // The stages as data (sync/sources/tps_source.cpp).
   void describeStages();
+  // The stage hook of a creator that takes the key and the known ID.
+  std::function<long(const std::string&, long)> creator(
+      long (clsImportTPSInformation::*create)(const std::string&, long));
+  // A statement under the invoices' date range, run under the operation's label.
+  std::string invoiceRangeQuery(std::string_view operation, std::string sql,
+                                std::string_view column);
   // The contacts of a business client, each through client matching and its creator.
   void importTPSClientContacts(const std::string& tpsClientID, long companyID);
 

@@ -436,8 +436,25 @@ SyncEngine::KeyResult SyncEngine::syncKey(const SyncStage& stage, const SourceRo
   return {{known > 0 ? RecordOutcome::Updated : RecordOutcome::Created, {}}, result};
 }
 
-void SyncEngine::skipBecause(std::string reason) {
+long SyncEngine::skipBecause(std::string reason) {
   skipReason_ = std::move(reason);
+  return -1;
+}
+
+long SyncEngine::createFromSourceRow(
+    std::string_view procedureName, std::int32_t rows, std::string_view column,
+    const std::string& key, long neutral,
+    const std::function<long(DatabaseService& source, DatabaseService& db)>& body) {
+  long result = neutral;
+  procedure(label(procedureName), [&] {
+    if (!practiceOpen() || !sourceUsable()) return;
+    if (!source_->findRecord(rows, column, key)) {
+      skipBecause("not in the export");
+      return;
+    }
+    result = body(*source_, *moduleState().DatabaseReference);
+  });
+  return result;
 }
 
 void SyncEngine::beforeCrossReference() {
@@ -522,6 +539,17 @@ void SyncEngine::commitRecords() {
 }
 
 // --- Reading the source --------------------------------------------------------------------
+
+std::string SyncEngine::lookUpSource(std::string_view procedureName, std::int32_t rows,
+                                     std::string_view column, const std::string& key,
+                                     std::string_view field) {
+  std::string result;
+  procedure(label(procedureName), [&] {
+    if (source_ != nullptr && source_->findRecord(rows, column, key))
+      result = readText(*source_, rows, field);
+  });
+  return result;
+}
 
 void SyncEngine::scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row) {
   if (!db.hasRecord(handle)) return;

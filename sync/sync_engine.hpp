@@ -38,16 +38,16 @@
 
 namespace lf {
 
-class DatabaseService;
-class ProgressDialog;
-class DocketObject;
-class WorkCodeObject;
-class ErrorService;
-class MessageBox;
-class LocaleService;
-class TasksService;
-class WorkingFolderService;
 class ClientDropDownService;
+class DatabaseService;
+class DocketObject;
+class ErrorService;
+class LocaleService;
+class MessageBox;
+class ProgressDialog;
+class TasksService;
+class WorkCodeObject;
+class WorkingFolderService;
 
 // The row of a key in an open recordset; when the row was added by another route after the
 // recordset was opened (the client-record creators, the docket object), a one-row recordset
@@ -115,7 +115,6 @@ class SyncEngine {
   void setLocaleReference(LocaleService* locale);
   void setTasksCtrlReference(TasksService* tasks);
   bool exitProgramFlag() const { return exitProgramFlag_; }
-  void setExitProgramFlag(bool value) { exitProgramFlag_ = value; }
   bool refreshData() const { return refreshData_; }
   void setRefreshData(bool value) { refreshData_ = value; }
   bool showProgress() const { return showProgress_; }
@@ -123,8 +122,10 @@ class SyncEngine {
   void setWorkingFolderReference(WorkingFolderService* folder);
   void setDatabaseReference(DatabaseService* db);
   void setClientDropDownCtrlReference(ClientDropDownService* dropDown);
-  // The ExitProgram event: raised when the error service answers action 3.
+  // The ExitProgram event: raised when the error service answers action 3; the wizard sets
+  // the flag.
   std::function<void()> ExitProgram;
+  void setExitProgramFlag(bool value) { exitProgramFlag_ = value; }
 
   // --- Choices ------------------------------------------------------------------------------
   SyncOptions& syncOptions() { return options_; }
@@ -183,7 +184,17 @@ class SyncEngine {
   // the client is made on the spot with its cross-reference.
   void clientOfSourceRow(const std::string& sourceID, long& companyID, long& contactID);
 
+  // The client of the source row in hand: clientOfSourceRow of its client column, with the row
+  // found again afterwards, since the question may move the source's cursors. False, a skip
+  // for "no client", when the column is blank.
+  bool clientOfRecord(std::int32_t rows, std::string_view keyColumn, const std::string& key,
+                      std::string_view clientColumn, long& companyID, long& contactID);
+
   // --- Reading the source -----------------------------------------------------------------
+  // A look-up of the source under the operation's label: the field of the row the key finds
+  // in the recordset by the column; empty when not found.
+  std::string lookUpSource(std::string_view procedureName, std::int32_t rows,
+                           std::string_view column, const std::string& key, std::string_view field);
   // A full scan: hasRecord, then until isEOF: the row, moveNext.
   static void scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row);
   // The field as text, or empty when it is blank.
@@ -221,8 +232,17 @@ class SyncEngine {
   void stepProgress();
   void pumpEvents(int times);
 
-  // The reason of the record in hand for giving no record: the creator says why.
-  void skipBecause(std::string reason);
+  // The reason of the record in hand for giving no record: the creator says why. Answers -1,
+  // the creators' neutral value.
+  long skipBecause(std::string reason);
+  // The frame of a creator of a source row: the creator's own label (its name, __func__), the
+  // practice and the source open, and the row of the key found in the recordset by the column
+  // (a key the export does not hold is a skip). Answers what the body answers (given the
+  // source and the practice database), or `neutral` when the body did not run or failed.
+  long createFromSourceRow(
+      std::string_view procedureName, std::int32_t rows, std::string_view column,
+      const std::string& key, long neutral,
+      const std::function<long(DatabaseService& source, DatabaseService& db)>& body);
 
   // The shared steps of one key of a stage, without the record around them: look-up,
   // only-new check, creator, cross-reference save, after-save. `saved` is the ID saved in the

@@ -33,14 +33,16 @@ bool dateInSynchRange(const Date& date, bool useRange, long rangeType, const Dat
 void defaultSyncDates(SyncOptions& options, Date today) {
   const Date yesterday{today.datePart().serial - 1.0};
   const Date yearEnd = Date::fromParts(today.year(), 12, 31);
-  options.mvarUseTimeEntryDateRange = true;
-  options.mvarTimeEntriesSynchDateRangeType = kSynchOnOrAfter;
-  options.mvarTimeEntriesSynchStartRange = yesterday;
-  options.mvarTimeEntriesSynchEndRange = yearEnd;
-  options.mvarUseInvoiceDateRange = true;
-  options.mvarInvoicesSynchDateRangeType = kSynchOnOrAfter;
-  options.mvarInvoicesSynchStartRange = yesterday;
-  options.mvarInvoicesSynchEndRange = yearEnd;
+  auto setRange = [&](bool& use, long& type, Date& start, Date& end) {
+    use = true;
+    type = kSynchOnOrAfter;
+    start = yesterday;
+    end = yearEnd;
+  };
+  setRange(options.mvarUseTimeEntryDateRange, options.mvarTimeEntriesSynchDateRangeType,
+           options.mvarTimeEntriesSynchStartRange, options.mvarTimeEntriesSynchEndRange);
+  setRange(options.mvarUseInvoiceDateRange, options.mvarInvoicesSynchDateRangeType,
+           options.mvarInvoicesSynchStartRange, options.mvarInvoicesSynchEndRange);
 }
 
 }  // namespace lf

@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "sync/cross_reference.hpp"
@@ -86,5 +87,26 @@ struct SyncStage {
   // Work after the last row, given the number of rows that reached their creator.
   std::function<void(long reachedCreator)> afterRows{};
 };
+
+// A stage over a source recordset keyed by one column, with the shared steps as they are.
+inline SyncStage scanStage(std::string reportName, std::string procedureName,
+                           const std::int32_t* rows, std::string keyColumn,
+                           CrossReferenceKind crossReference) {
+  return {.reportName = std::move(reportName),
+          .procedureName = std::move(procedureName),
+          .rows = rows,
+          .keyColumns = {std::move(keyColumn)},
+          .crossReference = crossReference};
+}
+
+// A client stage over a key list of the wizard, looked up through client matching.
+inline SyncStage clientStage(std::string reportName, std::string procedureName, KeyList* keys,
+                             CrossReferenceKind crossReference, ClientRole role) {
+  return {.reportName = std::move(reportName),
+          .procedureName = std::move(procedureName),
+          .keys = keys,
+          .crossReference = crossReference,
+          .clientMatch = role};
+}
 
 }  // namespace lf

@@ -231,24 +231,16 @@ void SyncWizard::SetNavBtns() {
 }
 
 void SyncWizard::enterStep(int target) {
-  const std::string& word = description_.word;
   switch (target) {
     case 3:
       if (!businessListLoaded_) {
         populateClients();
-        progressCaption("Selecting initial " + word + " business clients, please wait ...");
-        bool personal = false;
-        contactTree_->populateInitialClientsCheckedItems(true, personal);
+        checkClientList(true, false);
         companiesAtPersonalStep_ = tvwContacts.checkedIDs();
         businessListLoaded_ = true;
-      } else if (companiesStored_) {
-        progressCaption("Selecting " + word + " business clients, please wait ...");
-        tvwContacts.checkOnly(keysOf(engine_.companyCollection));
       } else {
         // Left by Back before the list was ever kept: the guess again, not an empty list.
-        progressCaption("Selecting initial " + word + " business clients, please wait ...");
-        bool personal = false;
-        contactTree_->populateInitialClientsCheckedItems(true, personal);
+        checkClientList(true, companiesStored_);
       }
       break;
     case 8: {
@@ -256,15 +248,11 @@ void SyncWizard::enterStep(int target) {
       // personal list last saw it, so that a client stays on one list only.
       const std::vector<std::string> companies = keysOf(engine_.companyCollection);
       if (companies != companiesAtPersonalStep_) {
-        progressCaption("Selecting " + word + " personal tax clients, please wait ...");
+        progressCaption("Selecting " + description_.word +
+                        " personal tax clients, please wait ...");
         populatePersonalClientsCheckedItemsFromReverseOfCompaniesList(companies);
-      } else if (contactsStored_) {
-        progressCaption("Selecting " + word + " personal clients, please wait ...");
-        tvwContacts.checkOnly(keysOf(engine_.contactsCollection));
       } else {
-        progressCaption("Selecting initial " + word + " personal clients, please wait ...");
-        bool business = false;
-        contactTree_->populateInitialClientsCheckedItems(false, business);
+        checkClientList(false, contactsStored_);
       }
       companiesAtPersonalStep_ = companies;
       break;
@@ -277,6 +265,19 @@ void SyncWizard::enterStep(int target) {
       populateCategories();
       break;
   }
+}
+
+void SyncWizard::checkClientList(bool business, bool stored) {
+  const std::string clients = description_.word + (business ? " business" : " personal");
+  if (stored) {
+    progressCaption("Selecting " + clients + " clients, please wait ...");
+    tvwContacts.checkOnly(
+        keysOf(business ? engine_.companyCollection : engine_.contactsCollection));
+    return;
+  }
+  progressCaption("Selecting initial " + clients + " clients, please wait ...");
+  bool negation = false;
+  contactTree_->populateInitialClientsCheckedItems(business, negation);
 }
 
 void SyncWizard::populateClients() {
@@ -499,33 +500,33 @@ SyncWizard::StepCaptions SyncWizard::captions() const {
       c.label = "Open the " + word + " Export file, usually named 'Export.mdb'.";
       break;
     case 3:
-      c.title = title + " - Select the business companies to synchronize";
-      c.heading = "Business Clients Import";
-      c.label = "Select only the business clients from the list of " + word +
+    case 8: {
+      // The two client steps say the same of business and of personal tax clients.
+      const bool business = step_ == 3;
+      const std::string kind = business ? "business clients" : "personal tax clients";
+      c.title =
+          title + " - Select the " + (business ? "business companies" : kind) + " to synchronize";
+      c.heading = business ? "Business Clients Import" : "Personal Tax Clients Import";
+      c.label = "Select only the " + kind + " from the list of " + word +
                 " client shown that you would like to import into " + app + ":";
-      c.checkBox = "Select Only Clients Appear To Be Business Clients";
+      c.checkBox = business ? "Select Only Clients Appear To Be Business Clients"
+                            : "Select Only Clients Appear To Be Personal Tax Clients";
       break;
-    case 8:
-      c.title = title + " - Select the personal tax clients to synchronize";
-      c.heading = "Personal Tax Clients Import";
-      c.label = "Select only the personal tax clients from the list of " + word +
-                " client shown that you would like to import into " + app + ":";
-      c.checkBox = "Select Only Clients Appear To Be Personal Tax Clients";
-      break;
+    }
     case 5:
+    case 7: {
+      // The two date steps say the same of time entries and of invoices.
+      const std::string items = step_ == 5 ? "time entries" : "invoices";
       c.title = title + " - Select Date Range";
-      c.heading = " Time Entry Synch Options";
-      c.options = {"Synch all time entries",           "Synch time entries by a date range",
-                   "Synch time entries on:",           "Synch time entries on or after:",
-                   "Synch time entries on or before:", "Synch time entries between:"};
+      c.heading = step_ == 5 ? " Time Entry Synch Options" : " Invoice Synch Options";
+      c.options = {"Synch all " + items,
+                   "Synch " + items + " by a date range",
+                   "Synch " + items + " on:",
+                   "Synch " + items + " on or after:",
+                   "Synch " + items + " on or before:",
+                   "Synch " + items + " between:"};
       break;
-    case 7:
-      c.title = title + " - Select Date Range";
-      c.heading = " Invoice Synch Options";
-      c.options = {"Synch all invoices",           "Synch invoices by a date range",
-                   "Synch invoices on:",           "Synch invoices on or after:",
-                   "Synch invoices on or before:", "Synch invoices between:"};
-      break;
+    }
     case 6:
       c.title = title;
       c.heading = "Category:";

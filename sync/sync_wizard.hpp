@@ -144,6 +144,8 @@ class SyncWizard {
   void getSelectedCompanies();
   void getSelectedContacts();
   void populateClients();
+  // The checks of a client step: the list Next kept when stored, else the initial guess.
+  void checkClientList(bool business, bool stored);
   void populatePersonalClientsCheckedItemsFromReverseOfCompaniesList(
       const std::vector<std::string>& companies);
   void populateDateFields(int dateStep);

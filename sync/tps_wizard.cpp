@@ -9,7 +9,10 @@
 namespace lf {
 
 frmTPSWizard::frmTPSWizard(TPSImportOptions& engine, TPSWizardHooks hooks)
-    : SyncWizard(engine, std::move(hooks), tpsSourceDescription(),
-                 std::make_unique<clsTPSContactTree>()) {}
+    : SyncWizard(engine,
+                 {std::move(hooks.setTPSDatabaseLocation), std::move(hooks.sourceDatabase),
+                  std::move(hooks.importTPSInformation), std::move(hooks.categories),
+                  std::move(hooks.showProgressCaption)},
+                 tpsSourceDescription(), std::make_unique<clsTPSContactTree>()) {}
 
 }  // namespace lf

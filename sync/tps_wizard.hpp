@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "sync/sync_wizard.hpp"
 #include "sync/tps_contact_tree.hpp"
@@ -15,18 +16,13 @@
 
 namespace lf {
 
-// The wizard's hooks under their TPS names.
-struct TPSWizardHooks : SyncWizardHooks {
-  TPSWizardHooks() = default;
-  TPSWizardHooks(const TPSWizardHooks& other) : SyncWizardHooks(other) {}
-  TPSWizardHooks& operator=(const TPSWizardHooks& other) {
-    SyncWizardHooks::operator=(other);
-    return *this;
-  }
-
-  // The same hooks as setDatabaseLocation and importInformation.
-  std::function<void(const std::string& path)>& setTPSDatabaseLocation = setDatabaseLocation;
-  std::function<void()>& importTPSInformation = importInformation;
+// What the TPS wizard asks of its engine, under the TPS names (see SyncWizardHooks).
+struct TPSWizardHooks {
+  std::function<void()> importTPSInformation;
+  std::function<void(const std::string& path)> setTPSDatabaseLocation;
+  std::function<std::vector<WizardCategory>()> categories;
+  std::function<DatabaseService*()> sourceDatabase;
+  std::function<void(const std::string& caption)> showProgressCaption;
 };
 
 class frmTPSWizard : public SyncWizard {

@@ -198,6 +198,39 @@ void addNoteItem(std::string& note, const std::string& item) {
   note += kCrLf;
 }
 
+// The practice row of a company or a contact, found in the run's open recordset or read alone.
+RowAccess companyRow(DatabaseService& db, std::int32_t companies, long companyID) {
+  return RowAccess(db, companies, "CompanyID", companyID,
+                   "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(companyID) + ";");
+}
+
+RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID) {
+  return RowAccess(db, contacts, "ContactID", contactID,
+                   "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
+}
+
+// The practice row of an invoice or a deposit, made current: the known row when its key finds
+// it, else a new row of the record's client (with the further columns given) whose key is read
+// back; the firm and the client are then written. -1 when the row is not there.
+long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
+                 long firm, long company, long contact,
+                 std::initializer_list<std::pair<const char*, const char*>> newColumns = {}) {
+  long key = known;
+  if (known <= 0 || !db.findRecord(rs, keyColumn, idText(known))) {
+    db.addNewRecord(rs);
+    db.setNewField(rs, "CompanyIDNum", idText(company));
+    db.setNewField(rs, "ContactIDNum", idText(contact));
+    for (const auto& [column, value] : newColumns) db.setNewField(rs, column, value);
+    db.updateRecord(rs);
+    key = static_cast<long>(db.getField(rs, keyColumn).toLong());
+  }
+  if (!db.findRecord(rs, keyColumn, idText(key))) return -1;
+  db.setField(rs, "FirmIDNum", idText(firm));
+  db.setField(rs, "CompanyIDNum", idText(company));
+  db.setField(rs, "ContactIDNum", idText(contact));
+  return key;
+}
+
 // The person fields of a source contact (staff members and contacts of business clients).
 void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts, DatabaseService& db,
                               std::int32_t target) {
@@ -224,140 +257,87 @@ std::span<const FieldMap> tpsFieldMaps() {
 
 // --- The stages -------------------------------------------------------------------------------
 
+std::function<long(const std::string&, long)> clsImportTPSInformation::creator(
+    long (clsImportTPSInformation::*create)(const std::string&, long)) {
+  return [this, create](const std::string& key, long known) { return (this->*create)(key, known); };
+}
+
 void clsImportTPSInformation::describeStages() {
-  staff_ = {
-      .reportName = "staff",
-      .procedureName = "importTPSUsers",
-      .rows = &rsEmployees,
-      .keyColumns = {"EmployeeID"},
-      .crossReference = CrossReferenceKind::Employee,
-      // Staff details are brought across on every run, whatever importOnlyNewEntries says.
-      .onlyNewEntriesApply = false,
-      .stepsProgress = false,
-      .create =
-          [this](const std::string& id, long known) {
-            return createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID(), known);
-          },
-      .afterRows =
-          [](long reachedCreator) {
-            if (reachedCreator > 0) forceFirstUserToBeAnAdminUser();
-          },
+  using K = CrossReferenceKind;
+  using T = clsImportTPSInformation;
+
+  // Staff details are brought across on every run, whatever importOnlyNewEntries says.
+  staff_ = scanStage("staff", "importTPSUsers", &rsEmployees, "EmployeeID", K::Employee);
+  staff_.onlyNewEntriesApply = staff_.stepsProgress = false;
+  staff_.create = [this](const std::string& id, long known) {
+    return createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID(), known);
   };
-  businessClients_ = {
-      .reportName = "business clients",
-      .procedureName = "importTPSBusinessClients",
-      .keys = &options_.companyCollection,
-      .crossReference = CrossReferenceKind::CompanyClient,
-      .clientMatch = ClientRole::Company,
-      .create = [this](const std::string& id,
-                       long known) { return createNewTPSClientAsCompanyInLedgerfolio(id, known); },
-      .afterSave = [this](const std::string& id,
-                          long company) { importTPSClientContacts(id, company); },
+  staff_.afterRows = [](long reachedCreator) {
+    if (reachedCreator > 0) forceFirstUserToBeAnAdminUser();
   };
-  clientContacts_ = {
-      .reportName = "business clients",
-      .procedureName = "importTPSBusinessClients",
-      .rows = &rsClientContacts,
-      .keyColumns = {"ContactID"},
-      .crossReference = CrossReferenceKind::ContactContact,
-      .clientMatch = ClientRole::ContactOfContact,
-      .keepsPosition = true,
-      .create =
-          [this](const std::string& id, long known) {
-            return createNewTPSContactAsContactInLedgerfolio(id, contactsCompany_, known);
-          },
+
+  businessClients_ =
+      clientStage("business clients", "importTPSBusinessClients", &options_.companyCollection,
+                  K::CompanyClient, ClientRole::Company);
+  businessClients_.create = creator(&T::createNewTPSClientAsCompanyInLedgerfolio);
+  businessClients_.afterSave = [this](const std::string& id, long company) {
+    importTPSClientContacts(id, company);
   };
-  personalClients_ = {
-      .reportName = "personal clients",
-      .procedureName = "importTPSPersonalClients",
-      .keys = &options_.contactsCollection,
-      .crossReference = CrossReferenceKind::ContactClient,
-      .clientMatch = ClientRole::ContactOfClient,
-      .beforeRows =
-          [this] {
-            long year = currentPersonalYear();
-            personalCategory_ =
-                dropDown() != nullptr ? dropDown()->getCategoryForYear(year, "") : -1;
-          },
-      .create =
-          [this](const std::string& id, long known) {
-            return createNewTPSClientAsContactInLedgerfolio(id, known, -1, personalCategory_);
-          },
+  // The contacts of a business client are part of its record, each found as a client is.
+  clientContacts_ = scanStage("business clients", "importTPSBusinessClients", &rsClientContacts,
+                              "ContactID", K::ContactContact);
+  clientContacts_.clientMatch = ClientRole::ContactOfContact;
+  clientContacts_.keepsPosition = true;
+  clientContacts_.create = [this](const std::string& id, long known) {
+    return createNewTPSContactAsContactInLedgerfolio(id, contactsCompany_, known);
   };
-  invoiceParagraphs_ = {
-      .reportName = "invoice paragraphs",
-      .procedureName = "importTPSInvoiceParagraphs",
-      .rows = &rsParagraphs,
-      .keyColumns = {"ParagraphID"},
-      .crossReference = CrossReferenceKind::InvoiceItem,
-      .onlyNewEntriesApply = false,
-      .create =
-          [this](const std::string& id, long known) {
-            return createNewTPSParagraphAsInvoiceItemInLedgerfolio(id, known);
-          },
+
+  personalClients_ =
+      clientStage("personal clients", "importTPSPersonalClients", &options_.contactsCollection,
+                  K::ContactClient, ClientRole::ContactOfClient);
+  personalClients_.beforeRows = [this] {
+    long year = currentPersonalYear();
+    personalCategory_ = dropDown() != nullptr ? dropDown()->getCategoryForYear(year, "") : -1;
   };
-  parentWorkCodes_ = {
-      .reportName = "work codes",
-      .procedureName = "importTPSWorkCodes",
-      .rows = &rsParentWorkCodes,
-      .keyColumns = {"WorkID"},
-      .crossReference = CrossReferenceKind::BillingCategory,
-      .onlyNewEntriesApply = false,
-      .stepsProgress = false,
-      .create =
-          [this](const std::string& id, long known) {
-            return createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio(id, known);
-          },
+  personalClients_.create = [this](const std::string& id, long known) {
+    return createNewTPSClientAsContactInLedgerfolio(id, known, -1, personalCategory_);
   };
-  childWorkCodes_ = {
-      .reportName = "work codes",
-      .procedureName = "importTPSWorkCodes",
-      .rows = &rsChildWorkCodes,
-      .keyColumns = {"WorkID"},
-      .crossReference = CrossReferenceKind::Workcode,
-      .onlyNewEntriesApply = false,
-      .create = [this](
-                    const std::string& id,
-                    long known) { return createNewTPSWorkcodeAsWorkcodeInLedgerfolio(id, known); },
+
+  invoiceParagraphs_ = scanStage("invoice paragraphs", "importTPSInvoiceParagraphs", &rsParagraphs,
+                                 "ParagraphID", K::InvoiceItem);
+  invoiceParagraphs_.onlyNewEntriesApply = false;
+  invoiceParagraphs_.create = creator(&T::createNewTPSParagraphAsInvoiceItemInLedgerfolio);
+
+  // Work codes: the parent codes (not counted in the progress), then the child codes.
+  parentWorkCodes_ = scanStage("work codes", "importTPSWorkCodes", &rsParentWorkCodes, "WorkID",
+                               K::BillingCategory);
+  parentWorkCodes_.onlyNewEntriesApply = parentWorkCodes_.stepsProgress = false;
+  parentWorkCodes_.create = creator(&T::createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio);
+  childWorkCodes_ =
+      scanStage("work codes", "importTPSWorkCodes", &rsChildWorkCodes, "WorkID", K::Workcode);
+  childWorkCodes_.onlyNewEntriesApply = false;
+  childWorkCodes_.create = creator(&T::createNewTPSWorkcodeAsWorkcodeInLedgerfolio);
+
+  invoices_ = scanStage("invoices", "importTPSInvoices", &rsInvoiceQuery, "InvoiceID", K::Invoice);
+  // Intended: invoice 1 is the export's placeholder and never imports.
+  invoices_.rowFilter = [](const SourceRow& row) -> std::optional<std::string> {
+    if (row.key == "1") return "invoice 1 is the export's placeholder";
+    return std::nullopt;
   };
-  invoices_ = {
-      .reportName = "invoices",
-      .procedureName = "importTPSInvoices",
-      .rows = &rsInvoiceQuery,
-      .keyColumns = {"InvoiceID"},
-      .crossReference = CrossReferenceKind::Invoice,
-      // Intended: invoice 1 is the export's placeholder and never imports.
-      .rowFilter = [](const SourceRow& row) -> std::optional<std::string> {
-        if (row.key == "1") return "invoice 1 is the export's placeholder";
-        return std::nullopt;
-      },
-      .progressCaption = "Importing TPS Invoice {} of {}",
-      .create = [this](const std::string& id,
-                       long known) { return createNewTPSInvoiceAsInvoiceInLedgerfolio(id, known); },
-  };
-  deposits_ = {
-      .reportName = "deposits",
-      .procedureName = "importTPSDeposits",
-      .rows = &rsPaymentQuery,
-      .keyColumns = {"PaymentID"},
-      .crossReference = CrossReferenceKind::Deposit,
-      .progressCaption = "Importing TPS deposit {} of {}",
-      .keepsPosition = true,
-      .create = [this](const std::string& id,
-                       long known) { return createNewTPSDepositAsDepositInLedgerfolio(id, known); },
-  };
-  timeEntries_ = {
-      .reportName = "time entries",
-      .procedureName = "importTPSTimeEntries",
-      .rows = &rsTimeQuery,
-      .keyColumns = {"TimeID"},
-      .crossReference = CrossReferenceKind::Docket,
-      .progressCaption = "Importing TPS Time Entry {} of {}",
-      .create =
-          [this](const std::string& id, long known) {
-            long docket = known, company = -1, contact = -1;
-            return createNewTPSTimeAsDocketInLedgerfolio(id, docket, company, contact);
-          },
+  invoices_.progressCaption = "Importing TPS Invoice {} of {}";
+  invoices_.create = creator(&T::createNewTPSInvoiceAsInvoiceInLedgerfolio);
+
+  deposits_ = scanStage("deposits", "importTPSDeposits", &rsPaymentQuery, "PaymentID", K::Deposit);
+  deposits_.progressCaption = "Importing TPS deposit {} of {}";
+  deposits_.keepsPosition = true;
+  deposits_.create = creator(&T::createNewTPSDepositAsDepositInLedgerfolio);
+
+  timeEntries_ =
+      scanStage("time entries", "importTPSTimeEntries", &rsTimeQuery, "TimeID", K::Docket);
+  timeEntries_.progressCaption = "Importing TPS Time Entry {} of {}";
+  timeEntries_.create = [this](const std::string& id, long known) {
+    long docket = known, company = -1, contact = -1;
+    return createNewTPSTimeAsDocketInLedgerfolio(id, docket, company, contact);
   };
 
   clientCandidates[static_cast<int>(ClientRole::Company)] = {
@@ -367,24 +347,21 @@ void clsImportTPSInformation::describeStages() {
       .searchColumn = "ClientID",
       .companyNameColumn = "Name",
       .clientCodeColumn = "ClientCode",
-      .pumps = 6,
-  };
+      .pumps = 6};
   clientCandidates[static_cast<int>(ClientRole::ContactOfClient)] = {
       .procedureName = "getContactIDFromTPSClientID",
       .crossReference = CrossReferenceKind::ContactClient,
       .rows = &rsClients,
       .searchColumn = "ClientID",
       .displayNameColumn = "Name",
-      .clientCodeColumn = "ClientCode",
-  };
+      .clientCodeColumn = "ClientCode"};
   clientCandidates[static_cast<int>(ClientRole::ContactOfContact)] = {
       .procedureName = "getContactIDFromTPSContactID",
       .crossReference = CrossReferenceKind::ContactContact,
       .rows = &rsContacts,
       .searchColumn = "autContactID",
       .firstNameColumn = "strContactFirst",
-      .lastNameColumn = "strContactLast",
-  };
+      .lastNameColumn = "strContactLast"};
   clientCreators = {
       .company =
           [this](const std::string& id, long company) {
@@ -396,56 +373,6 @@ void clsImportTPSInformation::describeStages() {
           },
       .name = [this](const std::string& id) { return getTPSClientNameFromTPSClientID(id); },
   };
-}
-
-void clsImportTPSInformation::importTPSUsers() {
-  runStage(staff_);
-}
-
-void clsImportTPSInformation::importTPSBusinessClients() {
-  runStage(businessClients_);
-}
-
-void clsImportTPSInformation::importTPSPersonalClients() {
-  runStage(personalClients_);
-}
-
-void clsImportTPSInformation::importTPSInvoiceParagraphs() {
-  runStage(invoiceParagraphs_);
-}
-
-void clsImportTPSInformation::importTPSWorkCodes() {
-  runStage(parentWorkCodes_);
-  runStage(childWorkCodes_);
-}
-
-void clsImportTPSInformation::importTPSInvoices() {
-  runStage(invoices_);
-}
-
-void clsImportTPSInformation::importTPSDeposits() {
-  runStage(deposits_);
-}
-
-void clsImportTPSInformation::importTPSTimeEntries() {
-  runStage(timeEntries_);
-}
-
-// --- Client look-ups ----------------------------------------------------------------------------
-
-long clsImportTPSInformation::getCompanyIDFromTPSClientID(const std::string& tpsClientID,
-                                                          bool& checkFlag, bool& isNew) {
-  return matchClient(ClientRole::Company, tpsClientID, checkFlag, isNew);
-}
-
-long clsImportTPSInformation::getContactIDFromTPSClientID(const std::string& tpsClientID,
-                                                          bool& checkFlag, bool& isNew) {
-  return matchClient(ClientRole::ContactOfClient, tpsClientID, checkFlag, isNew);
-}
-
-long clsImportTPSInformation::getContactIDFromTPSContactID(const std::string& tpsContactID,
-                                                           bool& checkFlag, bool& isNew) {
-  return matchClient(ClientRole::ContactOfContact, tpsContactID, checkFlag, isNew);
 }
 
 void clsImportTPSInformation::importTPSClientContacts(const std::string& tpsClientID,
@@ -528,10 +455,15 @@ long clsImportTPSInformation::createNewTPSParagraphAsInvoiceItemInLedgerfolio(
         DatabaseService& source = *sourceDatabase();
         DatabaseService& db = practice();
         const std::string code = readText(source, rsParagraphs, "ParCode");
-        if (code.empty()) return skipBecause("no paragraph code");
+        if (code.empty()) {
+          skipBecause("no paragraph code");
+          return;
+        }
         // Invoice items are kept with the work codes; without them there is no table open.
-        if (!db.isRecordsetOpen(rsCustomInvoiceDockets))
-          return skipBecause("invoice items are written with the work codes");
+        if (!db.isRecordsetOpen(rsCustomInvoiceDockets)) {
+          skipBecause("invoice items are written with the work codes");
+          return;
+        }
         long key = -1;
         if (invoiceItemID > 0 &&
             db.findRecord(rsCustomInvoiceDockets, "CustomInvoiceDocketID", idText(invoiceItemID))) {
@@ -579,302 +511,220 @@ long clsImportTPSInformation::createNewTPSWorkcodeAsWorkcodeInLedgerfolio(
 
 long clsImportTPSInformation::createNewTPSClientAsCompanyInLedgerfolio(
     const std::string& tpsClientID, long companyID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsCompanyInLedgerfolio", [&] {
-        if (!practiceOpen() || !sourceUsable()) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        if (!source.findRecord(rsClients, "ClientID", tpsClientID))
-          return skipBecause("not in the export's clients");
-        auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
-        std::string name = src("Name");
-        if (name.empty()) name = src("PrintAs");
-        if (name.empty()) return skipBecause("no name");
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
+    std::string name = src("Name");
+    if (name.empty()) name = src("PrintAs");
+    if (name.empty()) return skipBecause("no name");
 
-        long company = -1;
-        if (companyID > 0) {
-          RowAccess existing(
-              db, rsCompanies, "CompanyID", companyID,
-              "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(companyID) + ";");
-          if (existing.found()) company = companyID;
-        }
-        if (company == -1) company = getCompanyIDFromClientDataID(rec::addNewClientDataEntry());
+    // The company found by client matching when it is still there, else a new one.
+    const long company = companyID > 0 && companyRow(db, rsCompanies, companyID).found()
+                             ? companyID
+                             : getCompanyIDFromClientDataID(rec::addNewClientDataEntry());
 
-        long category = options_.importCategory;
-        if (!validCategoryID(category) && dropDown() != nullptr)
-          category = dropDown()->getCurrentCategoryID();
+    long category = options_.importCategory;
+    if (!validCategoryID(category) && dropDown() != nullptr)
+      category = dropDown()->getCurrentCategoryID();
 
-        RowAccess row(db, rsCompanies, "CompanyID", company,
-                      "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(company) + ";");
-        if (row.found()) {
-          db.setField(row, "CategoryNum", idText(category));
-          db.setField(row, "CompanyName", name);
-          const std::string upper = G::upperCase(name);
-          auto holds = [&](const char* word) { return upper.find(word) != std::string::npos; };
-          if (holds(" LTD") || holds(" INC") || holds(" CORP") || holds(" LLC"))
-            db.setField(row, "CompanyType", "1");
-          else if (holds(" LLP"))
-            db.setField(row, "CompanyType", "2");
-          writeFields(source, rsClients, db, row, kCompanyFields);
+    RowAccess row = companyRow(db, rsCompanies, company);
+    if (row.found()) {
+      db.setField(row, "CategoryNum", idText(category));
+      db.setField(row, "CompanyName", name);
+      const std::string upper = G::upperCase(name);
+      auto holds = [&](const char* word) { return upper.find(word) != std::string::npos; };
+      if (holds(" LTD") || holds(" INC") || holds(" CORP") || holds(" LLC"))
+        db.setField(row, "CompanyType", "1");
+      else if (holds(" LLP"))
+        db.setField(row, "CompanyType", "2");
+      writeFields(source, rsClients, db, row, kCompanyFields);
 
-          std::string note;
-          const std::string second = rec::createAddress(src("Street2"), src("City2"), src("State2"),
-                                                        src("Zip2"), src("Country2"));
-          if (!second.empty()) addNoteItem(note, std::string("TPS 2nd Address:") + kCrLf + second);
-          const std::string phone2 = composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2"));
-          const std::string phone3 = composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3"));
-          const std::string phone4 = composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4"));
-          if (!phone2.empty()) addNoteItem(note, "TPS 2nd Phone Number: " + phone2);
-          // Intended: "3nd" and "4nd" are the note's own words.
-          if (!phone3.empty()) addNoteItem(note, "TPS 3nd Phone Number: " + phone3);
-          if (!phone4.empty()) addNoteItem(note, "TPS 4nd Phone Number: " + phone4);
-          const std::string email2 = secondEmail({src("Email"), src("Email2"), ""});
-          if (!email2.empty()) addNoteItem(note, "2nd Email Address: " + email2);
+      std::string note;
+      const std::string second = rec::createAddress(src("Street2"), src("City2"), src("State2"),
+                                                    src("Zip2"), src("Country2"));
+      if (!second.empty()) addNoteItem(note, std::string("TPS 2nd Address:") + kCrLf + second);
+      const std::string phone2 = composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2"));
+      const std::string phone3 = composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3"));
+      const std::string phone4 = composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4"));
+      if (!phone2.empty()) addNoteItem(note, "TPS 2nd Phone Number: " + phone2);
+      // Intended: "3nd" and "4nd" are the note's own words.
+      if (!phone3.empty()) addNoteItem(note, "TPS 3nd Phone Number: " + phone3);
+      if (!phone4.empty()) addNoteItem(note, "TPS 4nd Phone Number: " + phone4);
+      const std::string email2 = secondEmail({src("Email"), src("Email2"), ""});
+      if (!email2.empty()) addNoteItem(note, "2nd Email Address: " + email2);
 
-          // The client-data block: registration numbers, year end, provincial number, status.
-          const bool needsRecord =
-              dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord;
-          std::string businessNumber, corporationNumber, suffix;
-          bool valid = false;
-          if (!src("BusinessNum").empty())
-            businessNumber = G::parseBusinessNumber(G::trim(src("BusinessNum")), suffix, valid);
-          else if (!src("CorporationNum").empty())
-            corporationNumber = G::parseCorporationNumber(G::trim(src("CorporationNum")));
-          if (!corporationNumber.empty())
-            businessNumber = G::parseBusinessNumber(corporationNumber, suffix, valid);
-          const std::string yearEnd = src("YearEnd");
-          const std::string yearEndDate = validDate({yearEnd});
-          const std::string inActive = src("InActive");
-          const bool inactive = !inActive.empty() && readBool(source, rsClients, "InActive");
-          if (needsRecord) {
-            // Intended: the suffixes are added whether or not there is a business number.
-            std::string gst, payroll;
-            if (gst.empty()) gst = businessNumber + " RT0001";
-            payroll = businessNumber + " RP0001";
-            if (corporationNumber.empty()) corporationNumber = businessNumber + " RC0001";
-            const long clientData = rec::addNewClientDataEntryForExistingCompany(company);
-            if (validClientID(clientData)) {
-              RowAccess data(db, rsMainBusinessList, "ClientDataID", clientData,
-                             getMainBusinessSQLString(false, 3, clientData));
-              if (data.found()) {
-                auto put = [&](const char* column, const std::string& value) {
-                  if (!G::isBlank(value)) db.setField(data, column, value);
-                };
-                put("BusinessNumber", businessNumber);
-                put("GSTNumber", gst);
-                put("PayrollNumber", payroll);
-                put("FederalCorpNumber", corporationNumber);
-                put("YearEndDate", yearEndDate);
-                put("ONCorpNumber", src("ProvTaxNum"));
-                if (!inActive.empty()) db.setField(data, "ActiveStatus", inactive ? "2" : "1");
-              }
-            }
-          } else {
-            if (!businessNumber.empty()) addNoteItem(note, "Business Number: " + businessNumber);
-            if (!corporationNumber.empty())
-              addNoteItem(note, "Corporation Number: " + corporationNumber);
-            if (!yearEndDate.empty())
-              addNoteItem(note,
-                          "Year End: " + formatDate(*DateUtilities::parseDateText(G::trim(yearEnd)),
-                                                    "mmm d, yyyy"));
-            if (!src("ProvTaxNum").empty())
-              addNoteItem(note, "Provincial Tax Number: " + src("ProvTaxNum"));
-            if (!inActive.empty())
-              addNoteItem(note, inactive ? "Active Status: InActive" : "Active Status: Active");
-          }
-          if (!src("OtherNum").empty()) addNoteItem(note, "TPS Other Number: " + src("OtherNum"));
-          if (readBool(source, rsClients, "Prospect")) addNoteItem(note, "Prospective Client: Yes");
-          if (!G::isBlank(note)) {
-            RowAccess notes(
-                db, rsCompaniesNotes, "CompanyNum", company,
-                "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes "
-                "WHERE CompanyNum=" +
-                    idText(company) + ";");
-            if (notes.found()) db.setField(notes, "Notes", rec::convertToRTF(note));
+      // The client-data block: registration numbers, year end, provincial number, status.
+      const bool needsRecord =
+          dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord;
+      std::string businessNumber, corporationNumber, suffix;
+      bool valid = false;
+      if (!src("BusinessNum").empty())
+        businessNumber = G::parseBusinessNumber(G::trim(src("BusinessNum")), suffix, valid);
+      else if (!src("CorporationNum").empty())
+        corporationNumber = G::parseCorporationNumber(G::trim(src("CorporationNum")));
+      if (!corporationNumber.empty())
+        businessNumber = G::parseBusinessNumber(corporationNumber, suffix, valid);
+      const std::string yearEnd = src("YearEnd");
+      const std::string yearEndDate = validDate({yearEnd});
+      const std::string inActive = src("InActive");
+      const bool inactive = !inActive.empty() && readBool(source, rsClients, "InActive");
+      if (needsRecord) {
+        // Intended: the suffixes are added whether or not there is a business number.
+        std::string gst, payroll;
+        if (gst.empty()) gst = businessNumber + " RT0001";
+        payroll = businessNumber + " RP0001";
+        if (corporationNumber.empty()) corporationNumber = businessNumber + " RC0001";
+        const long clientData = rec::addNewClientDataEntryForExistingCompany(company);
+        if (validClientID(clientData)) {
+          RowAccess data(db, rsMainBusinessList, "ClientDataID", clientData,
+                         getMainBusinessSQLString(false, 3, clientData));
+          if (data.found()) {
+            auto put = [&](const char* column, const std::string& value) {
+              if (!G::isBlank(value)) db.setField(data, column, value);
+            };
+            put("BusinessNumber", businessNumber);
+            put("GSTNumber", gst);
+            put("PayrollNumber", payroll);
+            put("FederalCorpNumber", corporationNumber);
+            put("YearEndDate", yearEndDate);
+            put("ONCorpNumber", src("ProvTaxNum"));
+            if (!inActive.empty()) db.setField(data, "ActiveStatus", inactive ? "2" : "1");
           }
         }
-        setProgressCaption("Synchronizing " + name);
-        setRefreshData(true);
-        result = company;
-      });
-  return result;
+      } else {
+        if (!businessNumber.empty()) addNoteItem(note, "Business Number: " + businessNumber);
+        if (!corporationNumber.empty())
+          addNoteItem(note, "Corporation Number: " + corporationNumber);
+        if (!yearEndDate.empty())
+          addNoteItem(
+              note, "Year End: " +
+                        formatDate(*DateUtilities::parseDateText(G::trim(yearEnd)), "mmm d, yyyy"));
+        if (!src("ProvTaxNum").empty())
+          addNoteItem(note, "Provincial Tax Number: " + src("ProvTaxNum"));
+        if (!inActive.empty())
+          addNoteItem(note, inactive ? "Active Status: InActive" : "Active Status: Active");
+      }
+      if (!src("OtherNum").empty()) addNoteItem(note, "TPS Other Number: " + src("OtherNum"));
+      if (readBool(source, rsClients, "Prospect")) addNoteItem(note, "Prospective Client: Yes");
+      if (!G::isBlank(note)) {
+        RowAccess notes(
+            db, rsCompaniesNotes, "CompanyNum", company,
+            "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes "
+            "WHERE CompanyNum=" +
+                idText(company) + ";");
+        if (notes.found()) db.setField(notes, "Notes", rec::convertToRTF(note));
+      }
+    }
+    setProgressCaption("Synchronizing " + name);
+    setRefreshData(true);
+    return company;
+  };
+  return createFromSourceRow(__func__, rsClients, "ClientID", tpsClientID, -1, create);
 }
 
 long clsImportTPSInformation::createNewTPSClientAsContactInLedgerfolio(
     const std::string& tpsClientID, long contactID, long companyID, long categoryID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsContactInLedgerfolio", [&] {
-        if (!practiceOpen() || !sourceUsable()) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        long category = categoryID;
-        if (!validCategoryID(category) && !validCompanyID(companyID)) {
-          if (options_.importOption == 2 && validCategoryID(options_.importCategory)) {
-            category = options_.importCategory;
-          } else if (dropDown() != nullptr) {
-            long year = currentPersonalYear();
-            category = dropDown()->getCategoryForYear(year, "");
-          }
-        }
-        if (!source.findRecord(rsClients, "ClientID", tpsClientID))
-          return skipBecause("not in the export's clients");
-        auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
-        std::string name = joinPresent({src("Title"), src("FirstName"), src("Name")});
-        if (name.empty()) name = src("First");
-        if (name.empty()) return skipBecause("no name");
-        setProgressCaption("Synchronizing " + name);
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    long category = categoryID;
+    if (!validCategoryID(category) && !validCompanyID(companyID)) {
+      if (options_.importOption == 2 && validCategoryID(options_.importCategory)) {
+        category = options_.importCategory;
+      } else if (dropDown() != nullptr) {
+        long year = currentPersonalYear();
+        category = dropDown()->getCategoryForYear(year, "");
+      }
+    }
+    auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
+    std::string name = joinPresent({src("Title"), src("FirstName"), src("Name")});
+    if (name.empty()) name = src("First");
+    if (name.empty()) return skipBecause("no name");
+    setProgressCaption("Synchronizing " + name);
 
-        long contact = -1;
-        if (contactID > 0) {
-          RowAccess existing(
-              db, rsTargetContacts, "ContactID", contactID,
-              "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
-          if (existing.found()) contact = contactID;
-        }
-        if (contact == -1) contact = rec::addNewContact(name);
-        if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
-        if (validCategoryID(category)) {
-          rec::addContactLink(contact, category, -1);
-          if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
-            rec::addNewPersonalTaxClientForExistingContact(
-                contact, category, currentPersonalYear(),
-                readBool(source, rsClients, "InActive") ? 2 : 1);
-        }
+    const long contact = contactID > 0 && contactRow(db, rsTargetContacts, contactID).found()
+                             ? contactID
+                             : rec::addNewContact(name);
+    if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
+    if (validCategoryID(category)) {
+      rec::addContactLink(contact, category, -1);
+      if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
+        rec::addNewPersonalTaxClientForExistingContact(
+            contact, category, currentPersonalYear(),
+            readBool(source, rsClients, "InActive") ? 2 : 1);
+    }
 
-        RowAccess row(db, rsTargetContacts, "ContactID", contact,
-                      "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
-        if (row.found()) writeFields(source, rsClients, db, row, kPersonalClientFields);
-        rec::saveContactBusinessRTF(contact);
-        rec::saveContactPersonalRTF(contact);
-        rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
-        setRefreshData(true);
-        result = contact;
-      });
-  return result;
+    RowAccess row = contactRow(db, rsTargetContacts, contact);
+    if (row.found()) writeFields(source, rsClients, db, row, kPersonalClientFields);
+    rec::saveContactBusinessRTF(contact);
+    rec::saveContactPersonalRTF(contact);
+    rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
+    setRefreshData(true);
+    return contact;
+  };
+  return createFromSourceRow(__func__, rsClients, "ClientID", tpsClientID, -1, create);
 }
 
 long clsImportTPSInformation::createNewTPSContactAsContactInLedgerfolio(
     const std::string& tpsContactID, long companyID, long contactID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSContactAsContactInLedgerfolio", [&] {
-        if (!practiceOpen() || !sourceUsable()) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        if (!source.findRecord(rsContacts, "ContactID", tpsContactID))
-          return skipBecause("not in the export's contacts");
-        const std::string name = joinPresent({readText(source, rsContacts, "FirstName"),
-                                              readText(source, rsContacts, "MiddleName"),
-                                              readText(source, rsContacts, "LastName")});
-        long contact = -1;
-        if (contactID > 0) {
-          RowAccess existing(
-              db, rsTargetContacts, "ContactID", contactID,
-              "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
-          if (existing.found()) contact = contactID;
-        }
-        if (contact == -1) contact = rec::addNewContact(name);
-        rec::addContactLink(contact, -1, companyID);
-        RowAccess row(db, rsTargetContacts, "ContactID", contact,
-                      "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
-        if (row.found()) writeSourceContactFields(source, rsContacts, db, row);
-        rec::saveContactBusinessRTF(contact);
-        rec::saveContactPersonalRTF(contact);
-        result = contact;
-      });
-  return result;
-}
-
-std::string clsImportTPSInformation::getTPSClientNameFromTPSClientID(
-    const std::string& tpsClientID) {
-  std::string result;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSClientNameFromTPSClientID", [&] {
-    DatabaseService* source = sourceDatabase();
-    if (source != nullptr && source->findRecord(rsClients, "ClientID", tpsClientID))
-      result = readText(*source, rsClients, "Name");
-  });
-  return result;
-}
-
-std::string clsImportTPSInformation::getTPSWorkCodeNameFromTPSWorkCodeID(
-    const std::string& tpsWorkCodeID) {
-  std::string result;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSWorkCodeNameFromTPSWorkCodeID", [&] {
-    DatabaseService* source = sourceDatabase();
-    if (source != nullptr && source->findRecord(rsChildWorkCodes, "WorkID", tpsWorkCodeID))
-      result = readText(*source, rsChildWorkCodes, "Name");
-  });
-  return result;
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    const std::string name = joinPresent({readText(source, rsContacts, "FirstName"),
+                                          readText(source, rsContacts, "MiddleName"),
+                                          readText(source, rsContacts, "LastName")});
+    const long contact = contactID > 0 && contactRow(db, rsTargetContacts, contactID).found()
+                             ? contactID
+                             : rec::addNewContact(name);
+    rec::addContactLink(contact, -1, companyID);
+    RowAccess row = contactRow(db, rsTargetContacts, contact);
+    if (row.found()) writeSourceContactFields(source, rsContacts, db, row);
+    rec::saveContactBusinessRTF(contact);
+    rec::saveContactPersonalRTF(contact);
+    return contact;
+  };
+  return createFromSourceRow(__func__, rsContacts, "ContactID", tpsContactID, -1, create);
 }
 
 // --- Invoices and deposits --------------------------------------------------------------------
 
 long clsImportTPSInformation::createNewTPSInvoiceAsInvoiceInLedgerfolio(
     const std::string& tpsInvoiceID, long invoiceID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSInvoiceAsInvoiceInLedgerfolio", [&] {
-        if (!practiceOpen() || !sourceUsable()) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        if (!source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID))
-          return skipBecause("not in the export's invoices");
-        const std::string client = readText(source, rsInvoices, "ClientID");
-        if (client.empty()) return skipBecause("no client");
-        long company = -1, contact = -1;
-        clientOfSourceRow(client, company, contact);
-        // The question may have moved the Clients cursor; the invoice row is found again.
-        source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID);
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    long company = -1, contact = -1;
+    if (!clientOfRecord(rsInvoices, "InvoiceID", tpsInvoiceID, "ClientID", company, contact))
+      return -1;
+    const long invoice = clientRowOf(db, rsTargetInvoices, "InvoiceID", invoiceID, practiceFirmID(),
+                                     company, contact);
+    if (invoice == -1) return -1;
+    const std::int32_t rs = rsTargetInvoices;
+    writeFields(source, rsInvoices, db, rs, kInvoiceFields);
 
-        long invoice = -1;
-        if (invoiceID > 0 && db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoiceID))) {
-          invoice = invoiceID;
-        } else {
-          db.addNewRecord(rsTargetInvoices);
-          db.setNewField(rsTargetInvoices, "CompanyIDNum", idText(company));
-          db.setNewField(rsTargetInvoices, "ContactIDNum", idText(contact));
-          db.updateRecord(rsTargetInvoices);
-          invoice = static_cast<long>(db.getField(rsTargetInvoices, "InvoiceID").toLong());
-        }
-        if (!db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoice))) return;
-        const std::int32_t rs = rsTargetInvoices;
-        db.setField(rs, "FirmIDNum", idText(practiceFirmID()));
-        db.setField(rs, "CompanyIDNum", idText(company));
-        db.setField(rs, "ContactIDNum", idText(contact));
-        writeFields(source, rsInvoices, db, rs, kInvoiceFields);
+    const float subtotal = parseSourceMoney(readText(source, rsInvoices, "Amount"));
+    const float taxes = parseSourceMoney(readText(source, rsInvoices, "Tax1")) +
+                        parseSourceMoney(readText(source, rsInvoices, "Tax2")) +
+                        parseSourceMoney(readText(source, rsInvoices, "Tax3"));
+    const float withTaxes = subtotal + taxes;
+    db.setField(rs, "UseAdjustedAmount", "True");
+    for (const char* amounts : {"InvoiceAdjustedAmount", "InvoiceFinalAmount"}) {
+      const std::string a(amounts);
+      db.setField(rs, a + "SubTotal", numberText(subtotal));
+      db.setField(rs, a + "TaxDetailID", "-1");
+      db.setField(rs, a + "Taxes", numberText(taxes));
+      db.setField(rs, a + "WithTaxes", numberText(withTaxes));
+    }
+    db.setField(rs, "InvoiceDiffAmount", "0");
 
-        const float subtotal = parseSourceMoney(readText(source, rsInvoices, "Amount"));
-        const float taxes = parseSourceMoney(readText(source, rsInvoices, "Tax1")) +
-                            parseSourceMoney(readText(source, rsInvoices, "Tax2")) +
-                            parseSourceMoney(readText(source, rsInvoices, "Tax3"));
-        const float withTaxes = subtotal + taxes;
-        db.setField(rs, "UseAdjustedAmount", "True");
-        for (const char* amounts : {"InvoiceAdjustedAmount", "InvoiceFinalAmount"}) {
-          const std::string a(amounts);
-          db.setField(rs, a + "SubTotal", numberText(subtotal));
-          db.setField(rs, a + "TaxDetailID", "-1");
-          db.setField(rs, a + "Taxes", numberText(taxes));
-          db.setField(rs, a + "WithTaxes", numberText(withTaxes));
-        }
-        db.setField(rs, "InvoiceDiffAmount", "0");
-
-        double paid = 0;
-        if (source.findRecord(rsPayments, "InvoiceID", tpsInvoiceID)) {
-          while (!source.isEOF(rsPayments)) {
-            paid += parseSourceMoney(readText(source, rsPayments, "Amount"));
-            source.findNext(rsPayments);
-          }
-        }
-        db.setField(rs, "InvoicePaid", withTaxes <= paid ? "True" : "False");
-        db.setField(rs, "InvoiceAmountPaid", numberText(paid));
-        db.setField(rs, "DepositTotals", numberText(paid));
-        // Intended: invoices of the source count as settled in the receivables.
-        db.setField(rs, "ARBalance", "0");
-        result = invoice;
-      });
-  return result;
+    double paid = 0;
+    if (source.findRecord(rsPayments, "InvoiceID", tpsInvoiceID)) {
+      while (!source.isEOF(rsPayments)) {
+        paid += parseSourceMoney(readText(source, rsPayments, "Amount"));
+        source.findNext(rsPayments);
+      }
+    }
+    db.setField(rs, "InvoicePaid", withTaxes <= paid ? "True" : "False");
+    db.setField(rs, "InvoiceAmountPaid", numberText(paid));
+    db.setField(rs, "DepositTotals", numberText(paid));
+    // Intended: invoices of the source count as settled in the receivables.
+    db.setField(rs, "ARBalance", "0");
+    return invoice;
+  };
+  return createFromSourceRow(__func__, rsInvoices, "InvoiceID", tpsInvoiceID, -1, create);
 }
 
 void clsImportTPSInformation::adjustInvoiceAmount(long invoiceID, double adjustment) {
@@ -899,59 +749,36 @@ void clsImportTPSInformation::adjustInvoiceAmount(long invoiceID, double adjustm
 
 long clsImportTPSInformation::createNewTPSDepositAsDepositInLedgerfolio(
     const std::string& tpsPaymentID, long depositID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSDepositAsDepositInLedgerfolio", [&] {
-        if (!practiceOpen() || !sourceUsable()) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        // Only added to, never searched: the statement selects no row, so that opening it does
-        // not read the whole table for every deposit.
-        RecordsetScope payments(db,
-                                "SELECT DepositPayments.* From DepositPayments WHERE "
-                                "DepositPayments.DepositID=-1;",
-                                kLockOptimistic);
-        if (!source.findRecord(rsPayments, "PaymentID", tpsPaymentID))
-          return skipBecause("not in the export's payments");
-        const std::string client = readText(source, rsPayments, "ClientID");
-        const std::string sourceInvoice = readText(source, rsPayments, "InvoiceID");
-        const long invoice = sourceInvoice.empty()
-                                 ? -1
-                                 : crossReferences().getInvoiceIDFromTPSInvoiceID(sourceInvoice);
-        if (client.empty()) return skipBecause("no client");
-        long company = -1, contact = -1;
-        clientOfSourceRow(client, company, contact);
-        source.findRecord(rsPayments, "PaymentID", tpsPaymentID);
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    // Only added to, never searched: the statement selects no row, so that opening it does
+    // not read the whole table for every deposit.
+    RecordsetScope payments(db,
+                            "SELECT DepositPayments.* From DepositPayments WHERE "
+                            "DepositPayments.DepositID=-1;",
+                            kLockOptimistic);
+    const std::string sourceInvoice = readText(source, rsPayments, "InvoiceID");
+    const long invoice =
+        sourceInvoice.empty() ? -1 : crossReferences().getInvoiceIDFromTPSInvoiceID(sourceInvoice);
+    long company = -1, contact = -1;
+    if (!clientOfRecord(rsPayments, "PaymentID", tpsPaymentID, "ClientID", company, contact))
+      return -1;
+    const long deposit = clientRowOf(db, rsDeposits, "DepositID", depositID, practiceFirmID(),
+                                     company, contact, {{"TotalAmount", "0"}});
+    if (deposit == -1) return -1;
+    const float amount = parseSourceMoney(readText(source, rsPayments, "Amount"));
+    db.setField(rsDeposits, "DateCreated", Date::now().toIso());
+    db.setField(rsDeposits, "TotalAmount", numberText(amount));
+    writeFields(source, rsPayments, db, rsDeposits, kDepositFields);
 
-        long deposit = -1;
-        if (depositID > 0 && db.findRecord(rsDeposits, "DepositID", idText(depositID))) {
-          deposit = depositID;
-        } else {
-          db.addNewRecord(rsDeposits);
-          db.setNewField(rsDeposits, "CompanyIDNum", idText(company));
-          db.setNewField(rsDeposits, "ContactIDNum", idText(contact));
-          db.setNewField(rsDeposits, "TotalAmount", "0");
-          db.updateRecord(rsDeposits);
-          deposit = static_cast<long>(db.getField(rsDeposits, "DepositID").toLong());
-        }
-        if (!db.findRecord(rsDeposits, "DepositID", idText(deposit))) return;
-        const float amount = parseSourceMoney(readText(source, rsPayments, "Amount"));
-        db.setField(rsDeposits, "FirmIDNum", idText(practiceFirmID()));
-        db.setField(rsDeposits, "CompanyIDNum", idText(company));
-        db.setField(rsDeposits, "ContactIDNum", idText(contact));
-        db.setField(rsDeposits, "DateCreated", Date::now().toIso());
-        db.setField(rsDeposits, "TotalAmount", numberText(amount));
-        writeFields(source, rsPayments, db, rsDeposits, kDepositFields);
-
-        // Intended: a re-run that rewrites the deposit adds a further payment row.
-        db.addNewRecord(payments);
-        db.setNewField(payments, "DepositIDNum", idText(deposit));
-        db.setNewField(payments, "InvoiceIDNum", idText(invoice));
-        db.setNewField(payments, "Amount", numberText(amount));
-        db.updateRecord(payments);
-        result = deposit;
-      });
-  return result;
+    // Intended: a re-run that rewrites the deposit adds a further payment row.
+    db.addNewRecord(payments);
+    db.setNewField(payments, "DepositIDNum", idText(deposit));
+    db.setNewField(payments, "InvoiceIDNum", idText(invoice));
+    db.setNewField(payments, "Amount", numberText(amount));
+    db.updateRecord(payments);
+    return deposit;
+  };
+  return createFromSourceRow(__func__, rsPayments, "PaymentID", tpsPaymentID, -1, create);
 }
 
 // --- Time entries -----------------------------------------------------------------------------
@@ -959,23 +786,19 @@ long clsImportTPSInformation::createNewTPSDepositAsDepositInLedgerfolio(
 long clsImportTPSInformation::createNewTPSTimeAsDocketInLedgerfolio(const std::string& tpsTimeID,
                                                                     long& docketID, long& companyID,
                                                                     long& contactID) {
-  long result = docketID;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSTimeAsDocketInLedgerfolio", [&] {
-    if (!practiceOpen() || !sourceUsable()) return;
-    DatabaseService& source = *sourceDatabase();
-    if (!source.findRecord(rsTimes, "TimeID", tpsTimeID))
-      return skipBecause("not in the export's time entries");
+  auto create = [&](DatabaseService& source, DatabaseService&) -> long {
     auto src = [&](std::string_view f) { return readText(source, rsTimes, f); };
-    const std::string client = src("ClientID");
     const std::string employee = src("EmployeeID");
-    if (client.empty()) return skipBecause("no client");
-    if (employee.empty()) return skipBecause("no staff member");
+    if (employee.empty()) {
+      skipBecause("no staff member");
+      return docketID;
+    }
+    if (!clientOfRecord(rsTimes, "TimeID", tpsTimeID, "ClientID", companyID, contactID))
+      return docketID;
     const long user = crossReferences().getEmployeeIDFromTPSEmployeeID(employee);
-    clientOfSourceRow(client, companyID, contactID);
-    source.findRecord(rsTimes, "TimeID", tpsTimeID);
 
     std::unique_ptr<DocketObject> docket = makeDocketObject();
-    if (!docket) return;
+    if (!docket) return docketID;
     if (docketID <= 0 || !docket->loadDocket(docketID)) docket->newDocket();
     docket->setUserIDNum(user);
     docket->setFirmIDNum(practiceFirmID());
@@ -1014,11 +837,11 @@ long clsImportTPSInformation::createNewTPSTimeAsDocketInLedgerfolio(const std::s
     const float mark = parseSourceMoney(src("Mark"));
     if (mark > 0) docket->setAdjustmentUp(mark);
     if (mark < 0) docket->setAdjustmentDown(-mark);
-    result = docket->saveDocket();
-    docketID = result;
-    if (invoice != -1) createNewTPSTimeAsInvoiceDocketInLedgerfolio(result, invoice);
-  });
-  return result;
+    docketID = docket->saveDocket();
+    if (invoice != -1) createNewTPSTimeAsInvoiceDocketInLedgerfolio(docketID, invoice);
+    return docketID;
+  };
+  return createFromSourceRow(__func__, rsTimes, "TimeID", tpsTimeID, docketID, create);
 }
 
 void clsImportTPSInformation::createNewTPSTimeAsInvoiceDocketInLedgerfolio(long docketID,

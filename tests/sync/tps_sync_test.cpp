@@ -589,6 +589,13 @@ TEST_F(TPSSyncTest, PersonalClientsJoinTheYearsTaxCategory) {
             locale->getCurrentPersonalYear());
 }
 
+// Runs the sync with the client as the one business client, counting into the report.
+void syncWithReport(clsImportTPSInformation& engine, const char* client, RunReport& report) {
+  engine.setRunReport(&report);
+  engine.options().companyCollection.addRow({Variant::text(client)});
+  engine.importTPSInformation();
+}
+
 TEST_F(TPSSyncTest, StaffWithoutLoginIsNamedFromThePersonAndOwnsItsTimeEntries) {
   addClient("101", "Name", "'Northwind Trading LTD'");
   exportFile.exec(
@@ -599,10 +606,7 @@ TEST_F(TPSSyncTest, StaffWithoutLoginIsNamedFromThePersonAndOwnsItsTimeEntries) 
       "INSERT INTO Times (TimeID, ClientID, EmployeeID, Start, Minute, Description) VALUES "
       "(1, 101, 5, '2024-03-04 09:00:00', 30, 'Filing');");
   RunReport report;
-  auto engine = makeEngine();
-  engine->setRunReport(&report);
-  engine->options().companyCollection.addRow({Variant::text("101")});
-  engine->importTPSInformation();
+  syncWithReport(*makeEngine(), "101", report);
   const long staff =
       value(
           "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE LastName = "
@@ -631,10 +635,7 @@ TEST_F(TPSSyncTest, ReportExplainsEveryRowItReadAndShowsStagesThatFoundNothing) 
       " (2, 101, NULL, '2024-03-06 11:00:00', 15, 'No staff'),"
       " (3, 101, 3, '2024-03-06 12:00:00', 15, 'Filing');");
   RunReport report;
-  auto engine = makeEngine();
-  engine->setRunReport(&report);
-  engine->options().companyCollection.addRow({Variant::text("101")});
-  engine->importTPSInformation();
+  syncWithReport(*makeEngine(), "101", report);
 
   const nlohmann::json stages = report.toJson().at("stages");
   std::vector<std::string> names;
