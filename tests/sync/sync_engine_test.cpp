@@ -261,6 +261,21 @@ TEST_F(SyncEngineTest, RefusedCommitReportsItsRecordsFailedAndTheRunGoesOn) {
   EXPECT_EQ(counting->countOf("CustomInvoiceDockets WHERE CustomItemName = 'Again'"), 1);
 }
 
+// The row-by-row date filter of the sources that do not filter in SQL: the four range types,
+// by day, and every row when the range is off.
+TEST(SyncDateRangeTest, RowFilterKeepsTheRangeTypesByDay) {
+  const Date start = Date::fromParts(2024, 4, 1), end = Date::fromParts(2024, 4, 30);
+  const Date first = Date::fromParts(2024, 4, 1, 15, 30), inside = Date::fromParts(2024, 4, 12);
+  const Date after = Date::fromParts(2024, 5, 2);
+  EXPECT_TRUE(dateInSynchRange(first, true, kSynchOnDate, start, end));
+  EXPECT_FALSE(dateInSynchRange(inside, true, kSynchOnDate, start, end));
+  EXPECT_TRUE(dateInSynchRange(after, true, kSynchOnOrAfter, start, end));
+  EXPECT_FALSE(dateInSynchRange(after, true, kSynchOnOrBefore, start, end));
+  EXPECT_TRUE(dateInSynchRange(inside, true, kSynchBetween, start, end));
+  EXPECT_FALSE(dateInSynchRange(after, true, kSynchBetween, start, end));
+  EXPECT_TRUE(dateInSynchRange(after, false, kSynchBetween, start, end));
+}
+
 // A write group on the raw practice database: the failed COMMIT of a deferred constraint
 // leaves no transaction open, so the next group begins and commits.
 TEST_F(SyncEngineTest, FailedCommitIsRolledBackAndTheNextGroupBegins) {
