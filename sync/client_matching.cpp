@@ -17,13 +17,13 @@ void describeCandidate(DuplicateFinder& finder, const ClientCandidate& candidate
   auto column = [&](const std::string& name) {
     return name.empty() ? std::string() : SyncEngine::readText(source, *candidate.rows, name);
   };
-  const std::string first = column(candidate.firstNameColumn);
-  const std::string last = column(candidate.lastNameColumn);
-  const std::string company = column(candidate.companyNameColumn);
-  const std::string display = candidate.displayNameColumn.empty()
+  const std::string first = column(candidate.columns.firstName);
+  const std::string last = column(candidate.columns.lastName);
+  const std::string company = column(candidate.columns.companyName);
+  const std::string display = candidate.columns.displayName.empty()
                                   ? joinPresent({first, last})
-                                  : column(candidate.displayNameColumn);
-  const std::string code = column(candidate.clientCodeColumn);
+                                  : column(candidate.columns.displayName);
+  const std::string code = column(candidate.columns.clientCode);
   if (!company.empty()) finder.setCompanyName(company);
   if (!first.empty()) finder.setFirstName(first);
   if (!last.empty()) finder.setLastName(last);

@@ -77,15 +77,19 @@ class RowAccess {
 // its automatic modes 1 and 2 before asking the user (mode 3); the contact finder asks at
 // once.
 struct ClientCandidate {
+  // The source columns the finder is given.
+  struct Columns {
+    std::string companyName{};
+    std::string displayName{};  // empty: first and last name joined
+    std::string firstName{};
+    std::string lastName{};
+    std::string clientCode{};
+  };
   std::string procedureName{};  // "getCompanyIDFromTPSClientID"
   CrossReferenceKind crossReference = CrossReferenceKind::CompanyClient;
   const std::int32_t* rows = nullptr;
   std::string searchColumn{};
-  std::string companyNameColumn{};
-  std::string displayNameColumn{};  // empty: first and last name joined
-  std::string firstNameColumn{};
-  std::string lastNameColumn{};
-  std::string clientCodeColumn{};
+  Columns columns{};
   int pumps = 4;
 };
 

@@ -340,28 +340,26 @@ void clsImportTPSInformation::describeStages() {
     return createNewTPSTimeAsDocketInLedgerfolio(id, docket, company, contact);
   };
 
-  clientCandidates[static_cast<int>(ClientRole::Company)] = {
-      .procedureName = "getCompanyIDFromTPSClientID",
-      .crossReference = CrossReferenceKind::CompanyClient,
-      .rows = &rsClients,
-      .searchColumn = "ClientID",
-      .companyNameColumn = "Name",
-      .clientCodeColumn = "ClientCode",
-      .pumps = 6};
-  clientCandidates[static_cast<int>(ClientRole::ContactOfClient)] = {
-      .procedureName = "getContactIDFromTPSClientID",
-      .crossReference = CrossReferenceKind::ContactClient,
-      .rows = &rsClients,
-      .searchColumn = "ClientID",
-      .displayNameColumn = "Name",
-      .clientCodeColumn = "ClientCode"};
-  clientCandidates[static_cast<int>(ClientRole::ContactOfContact)] = {
-      .procedureName = "getContactIDFromTPSContactID",
-      .crossReference = CrossReferenceKind::ContactContact,
-      .rows = &rsContacts,
-      .searchColumn = "autContactID",
-      .firstNameColumn = "strContactFirst",
-      .lastNameColumn = "strContactLast"};
+  // Client matching: where each role finds its candidate in the export, and the columns that
+  // describe it to the duplicate finder. In the order of ClientRole.
+  clientCandidates = {{
+      {"getCompanyIDFromTPSClientID",
+       K::CompanyClient,
+       &rsClients,
+       "ClientID",
+       {.companyName = "Name", .clientCode = "ClientCode"},
+       6},
+      {"getContactIDFromTPSClientID",
+       K::ContactClient,
+       &rsClients,
+       "ClientID",
+       {.displayName = "Name", .clientCode = "ClientCode"}},
+      {"getContactIDFromTPSContactID",
+       K::ContactContact,
+       &rsContacts,
+       "autContactID",
+       {.firstName = "strContactFirst", .lastName = "strContactLast"}},
+  }};
   clientCreators = {
       .company =
           [this](const std::string& id, long company) {
