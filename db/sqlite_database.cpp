@@ -17,6 +17,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/error_service.hpp"
 #include "base/failure.hpp"
 #include "base/general_utilities.hpp"
 #include "base/text_encoding.hpp"
@@ -396,15 +397,82 @@ struct SqliteDatabase::Impl {
     std::vector<std::pair<std::string, Variant>> columns;
   };
   std::optional<PendingWrite> pendingWrite;
+  // Told of the writes a connection going away could not store (setErrorService).
+  ErrorService* errors = nullptr;
 
-  ~Impl() { disconnect(); }
+  ~Impl() {
+    try {
+      storeAndDisconnect();
+    } catch (const DatabaseFailure& failure) {
+      if (errors == nullptr) return;
+      errors->setError({failure.number(), failure.what(), "Ledgerfolio.exe-SqliteDatabase-close"});
+      errors->reportError();
+    }
+  }
+
+  // Stores the pending writes and commits an open group, then disconnects; a write that
+  // cannot be stored is rolled back with its group and raised after the disconnect.
+  void storeAndDisconnect() {
+    if (db == nullptr) return disconnect();
+    try {
+      if (groupDepth > 0)
+        commitGroup();
+      else
+        flushWrites();
+    } catch (const DatabaseFailure&) {
+      disconnect();
+      throw;
+    }
+    disconnect();
+  }
+
+  // Ends the outermost group with COMMIT. A COMMIT that fails (or the flush of the pending
+  // writes before it) is rolled back and raised; either way no group is open afterwards.
+  void commitGroup() {
+    try {
+      exec("COMMIT;");
+    } catch (const DatabaseFailure&) {
+      groupDepth = 0;
+      rollBack();
+      throw;
+    }
+    groupDepth = 0;
+  }
+
+  // Undoes the open transaction. What the open recordsets read or wrote inside it may be
+  // gone, so each reads its rows again when next used, as if opened now.
+  void rollBack() {
+    pendingWrite.reset();
+    if (sqlite3_get_autocommit(db) == 0) sqlite3_exec(db, "ROLLBACK;", nullptr, nullptr, nullptr);
+    knownMax.clear();
+    knownMaxStamp = -1;
+    lastReserved.clear();
+    for (auto& [handle, r] : recordsets) forget(*r);
+  }
+
+  void forget(Recordset& r) {
+    r.rows.clear();
+    r.cursor = 0;
+    r.currentDeleted = false;
+    r.findColumns.clear();
+    r.findKey.clear();
+    r.indexes.clear();
+    r.rowidMaps.clear();
+    r.rowidMapsBuilt = false;
+    r.addedHere.clear();
+    r.addedRow.reset();
+    r.addedRowid = 0;
+    r.onAddedRow = false;
+    r.adding = false;
+    r.pending.clear();
+    r.hasReservedKey = false;
+    r.loaded = false;
+    for (size_t slot = 0; slot < r.slotCount; ++slot)
+      r.snapshotMax[slot] = maxRowid(r.translated.tables[slot].table);
+  }
 
   void disconnect() {
-    try {
-      flushWrites();
-    } catch (const DatabaseFailure&) {
-      // A connection that goes away cannot report what it could not store.
-    }
+    pendingWrite.reset();
     recordsets.clear();
     shapes.clear();
     shapeOrder.clear();
@@ -1091,7 +1159,9 @@ std::string SqliteDatabase::path() const {
   return impl_->path;
 }
 
-void SqliteDatabase::setErrorService(ErrorService*) {}
+void SqliteDatabase::setErrorService(ErrorService* errors) {
+  impl_->errors = errors;
+}
 void SqliteDatabase::setOwnerWindow(void*) {}
 void SqliteDatabase::setApplicationName(std::string_view) {}
 void SqliteDatabase::setDatabaseKind(int) {}
@@ -1122,7 +1192,7 @@ const std::string& SqliteDatabase::connectFailureMessage() const {
 }
 
 void SqliteDatabase::connect(int) {
-  impl_->disconnect();
+  impl_->storeAndDisconnect();
   impl_->failureCode = 0;
   impl_->failureMessage.clear();
   const std::string& p = impl_->path;
@@ -1168,11 +1238,7 @@ bool SqliteDatabase::isOpen() {
 }
 
 void SqliteDatabase::close() {
-  if (impl_->groupDepth > 0 && impl_->db != nullptr) {
-    impl_->groupDepth = 0;
-    impl_->exec("COMMIT;");
-  }
-  impl_->disconnect();
+  impl_->storeAndDisconnect();
 }
 
 bool SqliteDatabase::getBulkFlag() {
@@ -1457,14 +1523,21 @@ bool SqliteDatabase::deleteRecord(std::int32_t handle) {
   return true;
 }
 
+// The depth counts a group only once its statement has run, so that a failed BEGIN or
+// COMMIT leaves the depth as the connection really is.
 void SqliteDatabase::beginWriteGroup() {
   impl_->requireOpen();
-  if (impl_->groupDepth++ == 0) impl_->exec("BEGIN;");
+  if (impl_->groupDepth == 0) impl_->exec("BEGIN;");
+  ++impl_->groupDepth;
 }
 
 void SqliteDatabase::endWriteGroup() {
   if (impl_->groupDepth == 0 || impl_->db == nullptr) return;
-  if (--impl_->groupDepth == 0) impl_->exec("COMMIT;");
+  if (impl_->groupDepth > 1) {
+    --impl_->groupDepth;
+    return;
+  }
+  impl_->commitGroup();
 }
 
 }  // namespace lf

@@ -5,6 +5,16 @@
 
 namespace lf {
 
+void StageCounters::skip(const std::string& reason) {
+  ++skipped;
+  ++skipReasons[reason];
+}
+
+void StageCounters::fail(const std::string& reason) {
+  ++failed;
+  ++failReasons[reason];
+}
+
 void RunReport::addMessage(const std::string& text, int kind) {
   messages_.push_back({{"text", text}, {"kind", kind}});
 }
@@ -46,7 +56,9 @@ nlohmann::json RunReport::toJson() const {
                       {"created", c.created},
                       {"updated", c.updated},
                       {"skipped", c.skipped},
-                      {"failed", c.failed}});
+                      {"failed", c.failed},
+                      {"skippedBecause", c.skipReasons},
+                      {"failedBecause", c.failReasons}});
   }
   return {
       {"stages", stages}, {"messages", messages_}, {"questions", questions_}, {"errors", errors_}};
@@ -59,6 +71,10 @@ std::string RunReport::summary() const {
     out += fmt::format(
         "{:<28} read {:>7}  created {:>7}  updated {:>7}  skipped {:>7}  failed {:>5}\n", name,
         c.read, c.created, c.updated, c.skipped, c.failed);
+    for (const auto& [reason, rows] : c.skipReasons)
+      out += fmt::format("    skipped {:>7}  {}\n", rows, reason);
+    for (const auto& [reason, rows] : c.failReasons)
+      out += fmt::format("    failed  {:>7}  {}\n", rows, reason);
   }
   out += fmt::format("{} message(s), {} question(s), {} error(s)\n", messages_.size(),
                      questions_.size(), errors_.size());

@@ -1,5 +1,8 @@
 // The report of one run of lfimport: every message shown, every question with its answer,
 // every error with its procedure trace, and counters per stage. Written as JSON at the end.
+//
+// A stage's counters explain every row it read: read = created + updated + skipped + failed,
+// and every skip and failure is counted under its reason.
 #pragma once
 
 #include <map>
@@ -15,6 +18,12 @@ struct StageCounters {
   long updated = 0;
   long skipped = 0;
   long failed = 0;
+  // Why rows were skipped, and why they failed: each reason with its number of rows.
+  std::map<std::string, long> skipReasons;
+  std::map<std::string, long> failReasons;
+
+  void skip(const std::string& reason);
+  void fail(const std::string& reason);
 };
 
 class RunReport {

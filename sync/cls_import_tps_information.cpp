@@ -1,5 +1,5 @@
-// clsImportTPSInformation: services, source database, filtered statements, recordsets and the
-// order of the stages of a TPS sync.
+// clsImportTPSInformation: firm identity, filtered statements, recordsets, progress total and
+// the order of the stage groups of a TPS sync.
 #include "sync/cls_import_tps_information.hpp"
 
 #include "base/date_utilities.hpp"
@@ -10,14 +10,12 @@
 #include "host/client_drop_down.hpp"
 #include "host/file_utilities.hpp"
 #include "host/practice_docket.hpp"
-#include "host/progress_dialog.hpp"
 #include "records/lookups.hpp"
-#include "sync/sync_record_calls.hpp"
 #include "sync/sync_values.hpp"
 
 namespace lf {
 
-clsImportTPSInformation::clsImportTPSInformation() : xref_(tpsCrossReferenceWords()) {
+clsImportTPSInformation::clsImportTPSInformation() : SyncEngine(tpsSourceDescription(), options_) {
   defaultTPSImportDates(options_, Date::today());
   // Dockets are stored through the run's open Dockets recordset.
   makeDocketObject = [this]() -> std::unique_ptr<DocketObject> {
@@ -25,115 +23,21 @@ clsImportTPSInformation::clsImportTPSInformation() : xref_(tpsCrossReferenceWord
     if (db == nullptr) return nullptr;
     return std::make_unique<PracticeDocket>(*db, rsDockets);
   };
-  ModuleState& state = moduleState();
-  if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
-  if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();
-  state.raiseExitProgram = [this] {
-    if (ExitProgram) ExitProgram();
-  };
+  describeStages();
 }
 
 clsImportTPSInformation::~clsImportTPSInformation() {
   options_.companyCollection.clearList();
   options_.contactsCollection.clearList();
+  commitRecords();
   ignoreErrors([&] { closeDataRecordsets(); });
   ignoreErrors([&] { closeTPSDatabase(); });
-  moduleState().raiseExitProgram = nullptr;
-}
-
-void clsImportTPSInformation::setErrorClass(ErrorService* errorClass) {
-  ModuleState& state = moduleState();
-  state.errorClass = errorClass;
-  if (state.generalUtilities) state.generalUtilities->setErrorService(errorClass);
-  if (state.dateUtilities) state.dateUtilities->setErrorService(errorClass);
-  companyFinder().setErrorService(errorClass);
-  contactFinder().setErrorService(errorClass);
-  state.errorClassIsSet = true;
-}
-
-void clsImportTPSInformation::setMsgboxClass(MessageBox* msgbox) {
-  ModuleState& state = moduleState();
-  state.MsgboxClass = msgbox;
-  companyFinder().setMsgbox(msgbox);
-  contactFinder().setMsgbox(msgbox);
-  state.msgboxClassIsSet = true;
-}
-
-void clsImportTPSInformation::setLocaleReference(LocaleService* locale) {
-  moduleState().LocaleReference = locale;
-  if (locale != nullptr) {
-    companyFinder().setLocale(locale);
-    contactFinder().setLocale(locale);
-  }
-}
-
-void clsImportTPSInformation::setTasksCtrlReference(TasksService* tasks) {
-  moduleState().TasksCtrlReference = tasks;
-}
-
-void clsImportTPSInformation::setWorkingFolderReference(WorkingFolderService* folder) {
-  moduleState().WorkingFolderReference = folder;
-}
-
-void clsImportTPSInformation::setClientDropDownCtrlReference(ClientDropDownService* dropDown) {
-  ModuleState& state = moduleState();
-  state.clientDropDownCtrlReference = nullptr;
-  state.clientDropDownCtrlReference = dropDown;
-  if (dropDown != nullptr) {
-    companyFinder().setDropDown(dropDown);
-    contactFinder().setDropDown(dropDown);
-  }
-}
-
-void clsImportTPSInformation::setDatabaseReference(DatabaseService* db) {
-  ModuleState& state = moduleState();
-  state.DatabaseReference = db;
-  if (db != nullptr) {
-    failedToInitializeFlag_ = false;
-    if (state.clientDropDownCtrlReference != nullptr)
-      options_.importCategory = state.clientDropDownCtrlReference->getCurrentCategoryID();
-    companyFinder().setDatabase(db);
-    contactFinder().setDatabase(db);
-  } else {
-    failedToInitializeFlag_ = true;
-  }
-}
-
-void clsImportTPSInformation::setTPSDatabaseLocation(const std::string& location) {
-  options_.TPSDatabaseLocation = location;
-  if (FileUtilities::fileExists(location)) {
-    options_.useTPSDatabase = openTPSDatabase();
-    if (options_.useTPSDatabase) sourceFirmID_ = getTPSUniqueID();
-  } else {
-    options_.useTPSDatabase = false;
-  }
-}
-
-void clsImportTPSInformation::setSyncObjects(bool contacts, bool timeEntries, bool invoices,
-                                             bool workCodes) {
-  options_.syncObjectsContacts = contacts;
-  options_.syncObjectsTimeEntries = timeEntries;
-  options_.syncObjectsInvoices = invoices;
-  options_.syncObjectsWorkCodes = workCodes;
 }
 
 void clsImportTPSInformation::openTPSImportForm() {
   procedure("Ledgerfolio.exe-clsImportTPSInformation-openSyncForm", [&] {
     if (runWizard) runWizard(*this);
   });
-}
-
-bool clsImportTPSInformation::openTPSDatabase() {
-  bool result = false;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-openTPSDatabase", [&] {
-    result = openSourceDatabase(options_.TPSDatabaseLocation, failedToInitializeFlag_);
-  });
-  return result;
-}
-
-void clsImportTPSInformation::closeTPSDatabase() {
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-closeTPSDatabase",
-            [&] { closeSourceDatabase(); });
 }
 
 std::string clsImportTPSInformation::getTPSUniqueID() {
@@ -180,97 +84,62 @@ std::string clsImportTPSInformation::getTPSTimeQuery() {
 }
 
 std::string clsImportTPSInformation::getTPSInvoicesQuery() {
-  std::string sql = "SELECT Invoices.InvoiceID, Invoices.BillDate FROM Invoices";
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSInvoicesQuery", [&] {
-    DatabaseService* db = moduleState().DatabaseReference;
-    if (options_.mvarUseInvoiceDateRange && db != nullptr)
-      sql +=
-          dateRangeClause(*db, "Invoices.BillDate", options_.mvarInvoicesSynchDateRangeType,
-                          options_.mvarInvoicesSynchStartRange, options_.mvarInvoicesSynchEndRange);
-  });
-  return sql + ";";
+  return invoiceRangeQuery("getTPSInvoicesQuery",
+                           "SELECT Invoices.InvoiceID, Invoices.BillDate FROM Invoices",
+                           "Invoices.BillDate");
 }
 
 std::string clsImportTPSInformation::getTPSDepositQuery() {
-  std::string sql = "SELECT Payments.PaymentID, Payments.PayDate FROM Payments";
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSDepositQuery", [&] {
+  // Intended: deposits share the invoices' date range.
+  return invoiceRangeQuery("getTPSDepositQuery",
+                           "SELECT Payments.PaymentID, Payments.PayDate FROM Payments",
+                           "Payments.PayDate");
+}
+
+std::string clsImportTPSInformation::invoiceRangeQuery(std::string_view operation, std::string sql,
+                                                       std::string_view column) {
+  procedure(label(operation), [&] {
     DatabaseService* db = moduleState().DatabaseReference;
-    // Intended: deposits share the invoices' date range.
     if (options_.mvarUseInvoiceDateRange && db != nullptr)
       sql +=
-          dateRangeClause(*db, "Payments.PayDate", options_.mvarInvoicesSynchDateRangeType,
+          dateRangeClause(*db, column, options_.mvarInvoicesSynchDateRangeType,
                           options_.mvarInvoicesSynchStartRange, options_.mvarInvoicesSynchEndRange);
   });
   return sql + ";";
 }
 
-bool clsImportTPSInformation::databaseUsable() const {
-  DatabaseService* db = moduleState().DatabaseReference;
-  return db != nullptr && db->isOpen() && options_.useTPSDatabase && sourceDatabase() != nullptr;
+long clsImportTPSInformation::progressTotal() {
+  DatabaseService* source = sourceDatabase();
+  long total = 0;
+  if (options_.syncObjectsContacts)
+    total += options_.companyCollection.count() + options_.contactsCollection.count();
+  if (source == nullptr) return total;
+  if (options_.syncObjectsInvoices)
+    total += source->recordCount(rsInvoiceQuery) + source->recordCount(rsPaymentQuery);
+  if (options_.syncObjectsTimeEntries) total += source->recordCount(rsTimeQuery);
+  if (options_.syncObjectsWorkCodes)
+    total += source->recordCount(rsChildWorkCodes) + source->recordCount(rsParagraphs);
+  return total;
 }
 
-bool clsImportTPSInformation::importTPSInformation() {
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSInformation", [&] {
-    const bool anyGroup = options_.syncObjectsContacts || options_.syncObjectsTimeEntries ||
-                          options_.syncObjectsInvoices || options_.syncObjectsWorkCodes;
-    if (showProgress_ && !anyGroup) return;
-    runUnderProgress(showProgress_, "Importing TPS information, please wait ...",
-                     [this] { importFromTPSProgress_StartProgress(); });
-  });
-  return false;
-}
-
-void clsImportTPSInformation::importFromTPSProgress_StartProgress() {
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importFromTPSProgress_StartProgress", [&] {
-    ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
-    bool paused = true;
-    if (dropDown != nullptr) {
-      dropDown->setLoadingPaused(paused);
-      dropDown->setRefreshPaused(paused);
-    }
-    companyFinder().setDuplicateCheckEnabled(options_.duplicateCheckEnabled);
-    initializeDataRecordsets();
-
-    DatabaseService* source = sourceDatabase();
-    long total = 0;
-    if (options_.syncObjectsContacts)
-      total += options_.companyCollection.count() + options_.contactsCollection.count();
-    if (source != nullptr) {
-      if (options_.syncObjectsInvoices)
-        total += source->recordCount(rsInvoiceQuery) + source->recordCount(rsPaymentQuery);
-      if (options_.syncObjectsTimeEntries) total += source->recordCount(rsTimeQuery);
-      if (options_.syncObjectsWorkCodes)
-        total += source->recordCount(rsChildWorkCodes) + source->recordCount(rsParagraphs);
-    }
-    setProgressMaximum(total);
-
-    if (options_.syncObjectsContacts) {
-      importTPSUsers();
-      importTPSBusinessClients();
-      importTPSPersonalClients();
-      importTPSInvoiceParagraphs();
-    }
-    if (options_.syncObjectsWorkCodes) importTPSWorkCodes();
-    if (options_.syncObjectsInvoices) {
-      importTPSInvoices();
-      importTPSDeposits();
-    }
-    if (options_.syncObjectsTimeEntries) importTPSTimeEntries();
-
-    closeDataRecordsets();
-    if (progress() != nullptr) progress()->closeDialog();
-    paused = false;
-    if (dropDown != nullptr) {
-      dropDown->setLoadingPaused(paused);
-      dropDown->setRefreshPaused(paused);
-    }
-  });
+std::vector<SyncEngine::StageGroup> clsImportTPSInformation::runOrder() {
+  // Staff and clients exist before anything that refers to them, work codes before time
+  // entries, invoices before the time entries that may point at them.
+  return {
+      {&SyncOptions::syncObjectsContacts,
+       {[this] { importTPSUsers(); }, [this] { importTPSBusinessClients(); },
+        [this] { importTPSPersonalClients(); }, [this] { importTPSInvoiceParagraphs(); }}},
+      {&SyncOptions::syncObjectsWorkCodes, {[this] { importTPSWorkCodes(); }}},
+      {&SyncOptions::syncObjectsInvoices,
+       {[this] { importTPSInvoices(); }, [this] { importTPSDeposits(); }}},
+      {&SyncOptions::syncObjectsTimeEntries, {[this] { importTPSTimeEntries(); }}},
+  };
 }
 
 void clsImportTPSInformation::initializeDataRecordsets() {
   procedure("Ledgerfolio.exe-clsImportTPSInformation-initializeDataRecordsets", [&] {
     ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
-    if (dropDown != nullptr) practiceFirmID_ = dropDown->getFirmID();
+    if (dropDown != nullptr) setPracticeFirmID(dropDown->getFirmID());
     closeDataRecordsets();
     DatabaseService* db = moduleState().DatabaseReference;
     if (db == nullptr || !db->isOpen()) return;
@@ -312,7 +181,7 @@ void clsImportTPSInformation::initializeDataRecordsets() {
     auto openTarget = [&](const std::string& sql) {
       return db->openRecordset(sql, kCursorKeyset, kLockOptimistic);
     };
-    xref_.open(sourceFirmID_, db);
+    crossReferences().open(sourceFirmID(), db);
     rsCompanies = openTarget("SELECT Companies.* FROM Companies;");
     rsMainBusinessList = openTarget(getMainBusinessSQLString(false, 3, -1));
     rsCompaniesNotes =
@@ -349,7 +218,7 @@ void clsImportTPSInformation::closeDataRecordsets() {
                           &rsInvoices, &rsTimeQuery, &rsTimes, &rsPaymentQuery, &rsPayments,
                           &rsChildWorkCodes, &rsParentWorkCodes, &rsParagraphs})
     closeOn(source, *h);
-  ignoreErrors([&] { xref_.close(); });
+  ignoreErrors([&] { crossReferences().close(); });
   for (std::int32_t* h :
        {&rsAccountantEmployeeInfo, &rsCompanies, &rsTargetContacts, &rsMainBusinessList,
         &rsCompaniesNotes, &rsTargetInvoices, &rsDeposits, &rsDockets, &rsCustomInvoiceDockets})

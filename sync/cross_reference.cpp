@@ -19,34 +19,25 @@ namespace {
 struct PairColumns {
   std::int32_t CrossReferenceTables::*handle;
   std::string_view ledgerfolioColumn;
-  const std::string& sourceColumn;
+  std::string CrossReferenceWords::*sourceColumn;
 };
 
-PairColumns pairColumns(const CrossReferenceWords& w, CrossReferenceKind kind) {
-  switch (kind) {
-    case CrossReferenceKind::Employee:
-      return {&CrossReferenceTables::userEntries, "UserIDNum", w.userIDColumn};
-    case CrossReferenceKind::CompanyClient:
-      return {&CrossReferenceTables::clients, "CompanyID", w.clientIDColumn};
-    case CrossReferenceKind::ContactClient:
-      return {&CrossReferenceTables::clients, "ContactID", w.clientIDColumn};
-    case CrossReferenceKind::ContactContact:
-      return {&CrossReferenceTables::clients, "ContactID", w.contactIDColumn};
-    case CrossReferenceKind::InvoiceItem:
-      return {&CrossReferenceTables::workCodeEntries, "InvoiceItemIDNum", w.paragraphIDColumn};
-    case CrossReferenceKind::BillingCategory:
-      return {&CrossReferenceTables::workCodeEntries, "BillingCategoryIDNum",
-              w.billingCategoryIDColumn};
-    case CrossReferenceKind::Workcode:
-      return {&CrossReferenceTables::workCodeEntries, "WorkcodeIDNum", w.workcodeIDColumn};
-    case CrossReferenceKind::Invoice:
-      return {&CrossReferenceTables::invoiceEntries, "InvoiceIDNum", w.invoiceIDColumn};
-    case CrossReferenceKind::Deposit:
-      return {&CrossReferenceTables::invoiceEntries, "DepositIDNum", w.cashIDColumn};
-    case CrossReferenceKind::Docket:
-      break;
-  }
-  return {&CrossReferenceTables::timeEntries, "DocketIDNum", w.timeIDColumn};
+PairColumns pairColumns(CrossReferenceKind kind) {
+  using T = CrossReferenceTables;
+  using W = CrossReferenceWords;
+  // In the order of CrossReferenceKind.
+  static const PairColumns kPairs[] = {
+      {&T::userEntries, "UserIDNum", &W::userIDColumn},
+      {&T::clients, "CompanyID", &W::clientIDColumn},
+      {&T::clients, "ContactID", &W::clientIDColumn},
+      {&T::clients, "ContactID", &W::contactIDColumn},
+      {&T::workCodeEntries, "InvoiceItemIDNum", &W::paragraphIDColumn},
+      {&T::workCodeEntries, "BillingCategoryIDNum", &W::billingCategoryIDColumn},
+      {&T::workCodeEntries, "WorkcodeIDNum", &W::workcodeIDColumn},
+      {&T::invoiceEntries, "InvoiceIDNum", &W::invoiceIDColumn},
+      {&T::invoiceEntries, "DepositIDNum", &W::cashIDColumn},
+      {&T::timeEntries, "DocketIDNum", &W::timeIDColumn}};
+  return kPairs[static_cast<int>(kind)];
 }
 
 // Keeps the host's window alive during long runs; it has no other effect.
@@ -64,52 +55,37 @@ long toLongID(const Variant& value) {
 CrossReferenceWords CrossReferenceWords::forSource(std::string_view sourceWord,
                                                    std::string_view engineClass) {
   const std::string s(sourceWord);
-  CrossReferenceWords w;
-  w.sourceWord = s;
-  w.engineClass = std::string(engineClass);
-  w.firmColumn = s + "DBID";
-  w.userEntriesTable = s + "UserEntries";
-  w.clientsTable = s + "Clients";
-  w.invoiceEntriesTable = s + "InvoiceEntries";
-  w.timeEntriesTable = s + "TimeEntries";
-  w.workCodeEntriesTable = s + "WorkCodeEntries";
-  w.userIDColumn = s + "UserID";
-  w.clientIDColumn = s + "ClientID";
-  w.contactIDColumn = s + "ContactID";
-  w.invoiceIDColumn = s + "InvoiceID";
-  w.cashIDColumn = s + "CashID";
-  w.timeIDColumn = s + "TimeID";
-  w.workcodeIDColumn = s + "WorkcodeID";
-  w.paragraphIDColumn = s + "ParagraphID";
-  w.billingCategoryIDColumn = s + "BillingCategoryID";
-  return w;
+  return {s,
+          std::string(engineClass),
+          s + "DBID",
+          s + "UserEntries",
+          s + "Clients",
+          s + "InvoiceEntries",
+          s + "TimeEntries",
+          s + "WorkCodeEntries",
+          s + "UserID",
+          s + "ClientID",
+          s + "ContactID",
+          s + "InvoiceID",
+          s + "CashID",
+          s + "TimeID",
+          s + "WorkcodeID",
+          s + "ParagraphID",
+          s + "BillingCategoryID"};
 }
 
-const CrossReferenceWords& tpsCrossReferenceWords() {
-  static const CrossReferenceWords words =
-      CrossReferenceWords::forSource("TPS", "clsImportTPSInformation");
-  return words;
-}
-
-const CrossReferenceWords& cchPracticeCrossReferenceWords() {
-  static const CrossReferenceWords words =
-      CrossReferenceWords::forSource("CCHPractice", "clsImportCCHPracticeInfo");
-  return words;
-}
-
-const CrossReferenceWords& balabossCrossReferenceWords() {
-  static const CrossReferenceWords words =
-      CrossReferenceWords::forSource("Balaboss", "clsImportBalabossInfo");
-  return words;
-}
-
-const CrossReferenceWords& bill4TimeCrossReferenceWords() {
-  static const CrossReferenceWords words = [] {
-    CrossReferenceWords w = CrossReferenceWords::forSource("Balaboss", "clsImportBill4Time");
-    w.sourceWord = "Bill4Time";
-    return w;
-  }();
-  return words;
+const CrossReferenceWords& crossReferenceWords(SyncSource source) {
+  static const CrossReferenceWords words[] = {
+      CrossReferenceWords::forSource("TPS", "clsImportTPSInformation"),
+      CrossReferenceWords::forSource("CCHPractice", "clsImportCCHPracticeInfo"),
+      CrossReferenceWords::forSource("Balaboss", "clsImportBalabossInfo"),
+      [] {
+        CrossReferenceWords w = CrossReferenceWords::forSource("Balaboss", "clsImportBill4Time");
+        w.sourceWord = "Bill4Time";
+        return w;
+      }(),
+  };
+  return words[static_cast<int>(source)];
 }
 
 CrossReferenceTables::CrossReferenceTables(const CrossReferenceWords& words) : words_(words) {}
@@ -162,9 +138,9 @@ long CrossReferenceTables::getLedgerfolioID(CrossReferenceKind kind, std::string
   long result = -1;
   pumpEvents(pumps);
   if (db_ == nullptr) return result;
-  const PairColumns pair = pairColumns(words_, kind);
+  const PairColumns pair = pairColumns(kind);
   const std::int32_t handle = this->*pair.handle;
-  if (!db_->findRecord(handle, pair.sourceColumn, sourceID)) return result;
+  if (!db_->findRecord(handle, words_.*pair.sourceColumn, sourceID)) return result;
   const Variant value = db_->getField(handle, pair.ledgerfolioColumn);
   if (!GeneralUtilities::isBlank(value)) result = toLongID(value);
   return result;
@@ -175,11 +151,11 @@ std::string CrossReferenceTables::getSourceID(CrossReferenceKind kind, long ledg
   std::string result;
   pumpEvents(pumps);
   if (db_ == nullptr) return result;
-  const PairColumns pair = pairColumns(words_, kind);
+  const PairColumns pair = pairColumns(kind);
   const std::int32_t handle = this->*pair.handle;
   if (!db_->findRecord(handle, pair.ledgerfolioColumn, std::to_string(ledgerfolioID)))
     return result;
-  const Variant value = db_->getField(handle, pair.sourceColumn);
+  const Variant value = db_->getField(handle, words_.*pair.sourceColumn);
   if (!GeneralUtilities::isBlank(value)) result = value.toString();
   return result;
 }
@@ -188,20 +164,20 @@ void CrossReferenceTables::save(CrossReferenceKind kind, long ledgerfolioID,
                                 std::string_view sourceID) {
   pumpEvents(4);
   if (db_ == nullptr) return;
-  const PairColumns pair = pairColumns(words_, kind);
+  const PairColumns pair = pairColumns(kind);
   const std::int32_t handle = this->*pair.handle;
   const std::string id = std::to_string(ledgerfolioID);
   const std::string now = Date::now().toIso();
   if (db_->findRecord(handle, pair.ledgerfolioColumn, id)) {
     db_->setField(handle, words_.firmColumn, firmID_);
-    db_->setField(handle, pair.sourceColumn, sourceID);
+    db_->setField(handle, words_.*pair.sourceColumn, sourceID);
     db_->setField(handle, "DateLastSync", now);
     return;
   }
   db_->addNewRecord(handle);
   db_->setNewField(handle, words_.firmColumn, firmID_);
   db_->setNewField(handle, pair.ledgerfolioColumn, id);
-  db_->setNewField(handle, pair.sourceColumn, sourceID);
+  db_->setNewField(handle, words_.*pair.sourceColumn, sourceID);
   db_->setNewField(handle, "DateLastSync", now);
   db_->updateRecord(handle);
 }
@@ -209,27 +185,62 @@ void CrossReferenceTables::save(CrossReferenceKind kind, long ledgerfolioID,
 // --- The operations by their TPS names ------------------------------------------------------
 // Each runs under its own label; a failed get keeps -1 and the caller takes the new-row path.
 
-#define LF_CROSS_REFERENCE_GET(name, kind, pumps)                         \
-  long CrossReferenceTables::name(std::string_view sourceID) {            \
-    long result = -1;                                                     \
-    procedure(procedureLabel(words_, #name),                              \
-              [&] { result = getLedgerfolioID(kind, sourceID, pumps); }); \
-    return result;                                                        \
-  }
+// Every kind's get and save by their TPS names, in the order of CrossReferenceKind: the list
+// both defines the named operations and gives find and store their labels.
+#define LF_CROSS_REFERENCE_OPERATIONS(X)                                                 \
+  X(Employee, getEmployeeIDFromTPSEmployeeID, saveEmployeeIDAndTPSEmployeeID)            \
+  X(CompanyClient, getCompanyIDFromTPSClientIDOnly, saveCompanyIDAndTPSClientID)         \
+  X(ContactClient, getContactIDFromTPSClientIDOnly, saveContactIDAndTPSClientID)         \
+  X(ContactContact, getContactIDFromTPSContactIDOnly, saveContactIDAndTPSContactID)      \
+  X(InvoiceItem, getInvoiceItemIDFromTPSParagraphID, saveInvoiceItemIDAndTPSParagraphID) \
+  X(BillingCategory, getBillingCategoryIDFromTPSServiceCategoryID,                       \
+    saveBillingCategoryIDAndTPSServiceCategoryID)                                        \
+  X(Workcode, getWorkcodeIDFromTPSWorkcodeID, saveWorkcodeIDAndTPSWorkcodeID)            \
+  X(Invoice, getInvoiceIDFromTPSInvoiceID, saveInvoiceIDAndTPSInvoiceID)                 \
+  X(Deposit, getDepositIDFromTPSDepositID, saveDepositIDAndTPSDepositID)                 \
+  X(Docket, getDocketIDFromTPSTimeID, saveDocketIDAndTPSTimeID)
 
-// The first operation of the family pumps six times, the others four.
-LF_CROSS_REFERENCE_GET(getEmployeeIDFromTPSEmployeeID, CrossReferenceKind::Employee, 6)
-LF_CROSS_REFERENCE_GET(getInvoiceItemIDFromTPSParagraphID, CrossReferenceKind::InvoiceItem, 4)
-LF_CROSS_REFERENCE_GET(getBillingCategoryIDFromTPSServiceCategoryID,
-                       CrossReferenceKind::BillingCategory, 4)
-LF_CROSS_REFERENCE_GET(getWorkcodeIDFromTPSWorkcodeID, CrossReferenceKind::Workcode, 4)
-LF_CROSS_REFERENCE_GET(getInvoiceIDFromTPSInvoiceID, CrossReferenceKind::Invoice, 4)
-LF_CROSS_REFERENCE_GET(getDepositIDFromTPSDepositID, CrossReferenceKind::Deposit, 4)
-LF_CROSS_REFERENCE_GET(getDocketIDFromTPSTimeID, CrossReferenceKind::Docket, 4)
-LF_CROSS_REFERENCE_GET(getCompanyIDFromTPSClientIDOnly, CrossReferenceKind::CompanyClient, 4)
-LF_CROSS_REFERENCE_GET(getContactIDFromTPSClientIDOnly, CrossReferenceKind::ContactClient, 4)
-LF_CROSS_REFERENCE_GET(getContactIDFromTPSContactIDOnly, CrossReferenceKind::ContactContact, 4)
-#undef LF_CROSS_REFERENCE_GET
+namespace {
+
+struct KindOperations {
+  std::string_view get;
+  std::string_view save;
+};
+
+KindOperations operationsOf(CrossReferenceKind kind) {
+#define LF_NAMES(kind, get, save) {#get, #save},
+  static const KindOperations kOperations[] = {LF_CROSS_REFERENCE_OPERATIONS(LF_NAMES)};
+#undef LF_NAMES
+  return kOperations[static_cast<int>(kind)];
+}
+
+}  // namespace
+
+long CrossReferenceTables::find(CrossReferenceKind kind, std::string_view sourceID) {
+  long result = -1;
+  // The first get of the family pumps six times, the others four.
+  const int pumps = kind == CrossReferenceKind::Employee ? 6 : 4;
+  procedure(procedureLabel(words_, operationsOf(kind).get),
+            [&] { result = getLedgerfolioID(kind, sourceID, pumps); });
+  return result;
+}
+
+void CrossReferenceTables::store(CrossReferenceKind kind, long ledgerfolioID,
+                                 std::string_view sourceID) {
+  procedure(procedureLabel(words_, operationsOf(kind).save),
+            [&] { save(kind, ledgerfolioID, sourceID); });
+}
+
+#define LF_DEFINE(kind, get, save)                                                 \
+  long CrossReferenceTables::get(std::string_view sourceID) {                      \
+    return find(CrossReferenceKind::kind, sourceID);                               \
+  }                                                                                \
+  void CrossReferenceTables::save(long ledgerfolioID, std::string_view sourceID) { \
+    store(CrossReferenceKind::kind, ledgerfolioID, sourceID);                      \
+  }
+LF_CROSS_REFERENCE_OPERATIONS(LF_DEFINE)
+#undef LF_DEFINE
+#undef LF_CROSS_REFERENCE_OPERATIONS
 
 #define LF_CROSS_REFERENCE_REVERSE_GET(name, kind)                                             \
   long CrossReferenceTables::name(long ledgerfolioID) {                                        \
@@ -244,23 +255,5 @@ LF_CROSS_REFERENCE_GET(getContactIDFromTPSContactIDOnly, CrossReferenceKind::Con
 LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromCompanyID, CrossReferenceKind::CompanyClient)
 LF_CROSS_REFERENCE_REVERSE_GET(getTPSClientIDFromContactID, CrossReferenceKind::ContactClient)
 #undef LF_CROSS_REFERENCE_REVERSE_GET
-
-#define LF_CROSS_REFERENCE_SAVE(name, kind)                                                 \
-  void CrossReferenceTables::name(long ledgerfolioID, std::string_view sourceID) {          \
-    procedure(procedureLabel(words_, #name), [&] { save(kind, ledgerfolioID, sourceID); }); \
-  }
-
-LF_CROSS_REFERENCE_SAVE(saveEmployeeIDAndTPSEmployeeID, CrossReferenceKind::Employee)
-LF_CROSS_REFERENCE_SAVE(saveCompanyIDAndTPSClientID, CrossReferenceKind::CompanyClient)
-LF_CROSS_REFERENCE_SAVE(saveContactIDAndTPSClientID, CrossReferenceKind::ContactClient)
-LF_CROSS_REFERENCE_SAVE(saveContactIDAndTPSContactID, CrossReferenceKind::ContactContact)
-LF_CROSS_REFERENCE_SAVE(saveInvoiceItemIDAndTPSParagraphID, CrossReferenceKind::InvoiceItem)
-LF_CROSS_REFERENCE_SAVE(saveBillingCategoryIDAndTPSServiceCategoryID,
-                        CrossReferenceKind::BillingCategory)
-LF_CROSS_REFERENCE_SAVE(saveWorkcodeIDAndTPSWorkcodeID, CrossReferenceKind::Workcode)
-LF_CROSS_REFERENCE_SAVE(saveInvoiceIDAndTPSInvoiceID, CrossReferenceKind::Invoice)
-LF_CROSS_REFERENCE_SAVE(saveDepositIDAndTPSDepositID, CrossReferenceKind::Deposit)
-LF_CROSS_REFERENCE_SAVE(saveDocketIDAndTPSTimeID, CrossReferenceKind::Docket)
-#undef LF_CROSS_REFERENCE_SAVE
 
 }  // namespace lf

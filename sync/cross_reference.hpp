@@ -49,12 +49,22 @@ struct CrossReferenceWords {
   static CrossReferenceWords forSource(std::string_view sourceWord, std::string_view engineClass);
 };
 
-const CrossReferenceWords& tpsCrossReferenceWords();
-const CrossReferenceWords& cchPracticeCrossReferenceWords();
-const CrossReferenceWords& balabossCrossReferenceWords();
+// The words of each source, made once.
+enum class SyncSource { TPS, CCHPractice, Balaboss, Bill4Time };
+const CrossReferenceWords& crossReferenceWords(SyncSource source);
+
+// tpsCrossReferenceWords() and its like: the words of one source, as callable constants.
+template <SyncSource source>
+struct SourceCrossReferenceWords {
+  const CrossReferenceWords& operator()() const { return crossReferenceWords(source); }
+};
+inline constexpr SourceCrossReferenceWords<SyncSource::TPS> tpsCrossReferenceWords{};
+inline constexpr SourceCrossReferenceWords<SyncSource::CCHPractice>
+    cchPracticeCrossReferenceWords{};
+inline constexpr SourceCrossReferenceWords<SyncSource::Balaboss> balabossCrossReferenceWords{};
 // Intended: Bill4Time keeps the Balaboss tables and columns (its rows are Balaboss rows to a
 // Balaboss run); only the class word of its labels is its own.
-const CrossReferenceWords& bill4TimeCrossReferenceWords();
+inline constexpr SourceCrossReferenceWords<SyncSource::Bill4Time> bill4TimeCrossReferenceWords{};
 
 // What a cross-reference row pairs: the table, the Ledgerfolio column and the source column.
 enum class CrossReferenceKind {
@@ -107,6 +117,11 @@ class CrossReferenceTables {
   // Finds the row of the Ledgerfolio ID and writes the firm, the source ID and DateLastSync
   // (now); adds the row when there is none.
   void save(CrossReferenceKind kind, long ledgerfolioID, std::string_view sourceID);
+
+  // The get and the save of a kind under the label of its named operation below (a failed
+  // get keeps -1): what the engine's stages call.
+  long find(CrossReferenceKind kind, std::string_view sourceID);
+  void store(CrossReferenceKind kind, long ledgerfolioID, std::string_view sourceID);
 
   // --- The operations by their TPS names ---------------------------------------------------
   long getEmployeeIDFromTPSEmployeeID(std::string_view tpsUserID);

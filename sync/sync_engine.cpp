@@ -1,15 +1,23 @@
-// The engine the four sync sources share.
+// The engine the four sync sources share: services, source database, the run, the steps of a
+// stage and the write groups of its records.
 #include "sync/sync_engine.hpp"
+
+#include <fmt/format.h>
 
 #include <csignal>
 #include <cstdlib>
+#include <utility>
 
+#include "base/date_utilities.hpp"
+#include "base/error_service.hpp"
 #include "base/general_utilities.hpp"
 #include "base/module_state.hpp"
 #include "base/procedure.hpp"
 #include "db/database_service.hpp"
 #include "db/sqlite_database.hpp"
 #include "frame/platform_timer.hpp"
+#include "host/client_drop_down.hpp"
+#include "host/file_utilities.hpp"
 #include "host/locale_service.hpp"
 #include "host/message_box.hpp"
 #include "host/practice_docket.hpp"
@@ -18,6 +26,86 @@
 #include "host/work_code_object.hpp"
 
 namespace lf {
+namespace {
+
+// Stands in for the error service during one record: forwards every call and keeps the last
+// failure it was told of, so that a failure handled inside the record's own procedures
+// (which then return their neutral value) fails the record, with its description as reason.
+class RecordErrorWatch final : public ErrorService {
+ public:
+  RecordErrorWatch() : state_(moduleState()), host_(state_.errorClass) {
+    if (host_ == nullptr || !state_.errorClassIsSet) {
+      host_ = nullptr;
+      return;
+    }
+    state_.errorClass = this;
+  }
+  ~RecordErrorWatch() override {
+    if (host_ != nullptr) state_.errorClass = host_;
+  }
+  RecordErrorWatch(const RecordErrorWatch&) = delete;
+  RecordErrorWatch& operator=(const RecordErrorWatch&) = delete;
+
+  void enterProcedure(std::string_view label) override { host_->enterProcedure(label); }
+  void leaveProcedure() override { host_->leaveProcedure(); }
+  void setError(const ErrorInfo& error) override {
+    failed_ = true;
+    description_ = error.description;
+    host_->setError(error);
+  }
+  void reportError() override { host_->reportError(); }
+  int getErrorAction() override { return host_->getErrorAction(); }
+
+  bool failed() const { return failed_; }
+  // The last failure's description; a failure no error service was told of has none.
+  std::string reason() const { return description_.empty() ? "failed" : description_; }
+
+ private:
+  ModuleState& state_;
+  ErrorService* host_;
+  bool failed_ = false;
+  std::string description_;
+};
+
+// The key of a driving row: its columns' texts joined by "," when there are several.
+std::string rowKey(DatabaseService& source, std::int32_t handle,
+                   const std::vector<std::string>& columns) {
+  std::string key;
+  for (size_t i = 0; i < columns.size(); ++i) {
+    if (i > 0) key += ",";
+    key += SyncEngine::readText(source, handle, columns[i]);
+  }
+  return key;
+}
+
+void uncount(StageCounters& counters, const RecordOutcome& outcome) {
+  auto forget = [](std::map<std::string, long>& reasons, const std::string& reason) {
+    auto it = reasons.find(reason);
+    if (it != reasons.end() && --it->second == 0) reasons.erase(it);
+  };
+  switch (outcome.kind) {
+    case RecordOutcome::Created:
+      --counters.created;
+      break;
+    case RecordOutcome::Updated:
+      --counters.updated;
+      break;
+    case RecordOutcome::Skipped:
+      --counters.skipped;
+      forget(counters.skipReasons, outcome.reason);
+      break;
+    case RecordOutcome::Failed:
+      --counters.failed;
+      forget(counters.failReasons, outcome.reason);
+      break;
+  }
+}
+
+}  // namespace
+
+std::string SourceRow::text(std::string_view column) const {
+  return SyncEngine::readText(source, handle, column);
+}
 
 RowAccess::RowAccess(DatabaseService& db, std::int32_t handle, std::string_view keyColumn, long key,
                      const std::string& oneRowSql)
@@ -34,14 +122,16 @@ RowAccess::RowAccess(DatabaseService& db, std::int32_t handle, std::string_view 
 
 RowAccess::~RowAccess() {
   if (ownHandle_ == 0) return;
-  try {
+  ignoreErrors([&] {
     if (db_.isRecordsetOpen(ownHandle_)) db_.closeRecordset(ownHandle_);
-  } catch (...) {
-  }
+  });
 }
 
-SyncEngine::SyncEngine()
-    : companyFinder_(std::make_unique<PracticeDuplicateFinder>(PracticeDuplicateFinder::Company)),
+SyncEngine::SyncEngine(const SourceDescription& description, SyncOptions& options)
+    : description_(description),
+      options_(options),
+      xref_(*description.crossReferences),
+      companyFinder_(std::make_unique<PracticeDuplicateFinder>(PracticeDuplicateFinder::Company)),
       contactFinder_(std::make_unique<PracticeDuplicateFinder>(PracticeDuplicateFinder::Contact)) {
   makeSourceDatabase = [] { return std::make_unique<SqliteDatabase>(); };
   makeDocketObject = []() -> std::unique_ptr<DocketObject> {
@@ -52,10 +142,81 @@ SyncEngine::SyncEngine()
   makeWorkCodeObject = [] { return std::make_unique<PracticeWorkCode>(); };
   eventPump = [] { pumpTimerEvents(0); };
   if (const char* kill = std::getenv("LFIMPORT_KILL_AT_RECORD")) killAtRecord_ = std::atol(kill);
+  ModuleState& state = moduleState();
+  if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
+  if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();
+  state.raiseExitProgram = [this] {
+    if (ExitProgram) ExitProgram();
+  };
 }
 
 SyncEngine::~SyncEngine() {
   commitRecords();
+  moduleState().raiseExitProgram = nullptr;
+}
+
+std::string SyncEngine::label(std::string_view procedureName) const {
+  return SourceDescription::label(description_.engineClass(), procedureName);
+}
+
+// --- Services ------------------------------------------------------------------------------
+
+void SyncEngine::setErrorClass(ErrorService* errorClass) {
+  ModuleState& state = moduleState();
+  state.errorClass = errorClass;
+  if (state.generalUtilities) state.generalUtilities->setErrorService(errorClass);
+  if (state.dateUtilities) state.dateUtilities->setErrorService(errorClass);
+  companyFinder().setErrorService(errorClass);
+  contactFinder().setErrorService(errorClass);
+  state.errorClassIsSet = true;
+}
+
+void SyncEngine::setMsgboxClass(MessageBox* msgbox) {
+  ModuleState& state = moduleState();
+  state.MsgboxClass = msgbox;
+  companyFinder().setMsgbox(msgbox);
+  contactFinder().setMsgbox(msgbox);
+  state.msgboxClassIsSet = true;
+}
+
+void SyncEngine::setLocaleReference(LocaleService* locale) {
+  moduleState().LocaleReference = locale;
+  if (locale != nullptr) {
+    companyFinder().setLocale(locale);
+    contactFinder().setLocale(locale);
+  }
+}
+
+void SyncEngine::setTasksCtrlReference(TasksService* tasks) {
+  moduleState().TasksCtrlReference = tasks;
+}
+
+void SyncEngine::setWorkingFolderReference(WorkingFolderService* folder) {
+  moduleState().WorkingFolderReference = folder;
+}
+
+void SyncEngine::setClientDropDownCtrlReference(ClientDropDownService* dropDown) {
+  ModuleState& state = moduleState();
+  state.clientDropDownCtrlReference = nullptr;
+  state.clientDropDownCtrlReference = dropDown;
+  if (dropDown != nullptr) {
+    companyFinder().setDropDown(dropDown);
+    contactFinder().setDropDown(dropDown);
+  }
+}
+
+void SyncEngine::setDatabaseReference(DatabaseService* db) {
+  ModuleState& state = moduleState();
+  state.DatabaseReference = db;
+  if (db != nullptr) {
+    failedToInitializeFlag_ = false;
+    if (state.clientDropDownCtrlReference != nullptr)
+      options_.importCategory = state.clientDropDownCtrlReference->getCurrentCategoryID();
+    companyFinder().setDatabase(db);
+    contactFinder().setDatabase(db);
+  } else {
+    failedToInitializeFlag_ = true;
+  }
 }
 
 void SyncEngine::setDuplicateFinders(std::unique_ptr<DuplicateFinder> company,
@@ -64,68 +225,129 @@ void SyncEngine::setDuplicateFinders(std::unique_ptr<DuplicateFinder> company,
   contactFinder_ = std::move(contact);
 }
 
+void SyncEngine::setSyncObjects(bool contacts, bool timeEntries, bool invoices, bool workCodes) {
+  options_.syncObjectsContacts = contacts;
+  options_.syncObjectsTimeEntries = timeEntries;
+  options_.syncObjectsInvoices = invoices;
+  options_.syncObjectsWorkCodes = workCodes;
+}
+
 StageCounters& SyncEngine::stageCounters(const std::string& stage) {
   if (report_ != nullptr) return report_->stage(stage);
   return ownCounters_[stage];
 }
 
-bool SyncEngine::openSourceDatabase(const std::string& location, bool& failedToInitializeFlag) {
-  ModuleState& state = moduleState();
-  source_ = makeSourceDatabase();
-  if (source_->isOpen()) source_->close();
-  source_->setErrorService(state.errorClass);
-  source_->setOwnerWindow(nullptr);
-  source_->setApplicationName(state.LocaleReference != nullptr
-                                  ? state.LocaleReference->getApplicationName()
-                                  : std::string());
-  source_->setDatabaseKind(2);
-  source_->setDatabasePath(location);
-  source_->setCursorLocation(3);
-  source_->setOpenMode(2);
-  source_->connect(2);
-  if (!source_->isOpen()) {
-    if (state.MsgboxClass != nullptr)
+// --- Source database -----------------------------------------------------------------------
+
+void SyncEngine::setDatabaseLocation(const std::string& location) {
+  options_.databaseLocation = location;
+  if (!FileUtilities::fileExists(location)) {
+    options_.useDatabase = false;
+    return;
+  }
+  options_.useDatabase = openDatabase();
+  if (options_.useDatabase) sourceFirmID_ = readSourceFirmID();
+}
+
+bool SyncEngine::openDatabase() {
+  bool opened = false;
+  procedure(label("open" + description_.word + "Database"), [&] {
+    ModuleState& state = moduleState();
+    source_ = makeSourceDatabase();
+    if (source_->isOpen()) source_->close();
+    source_->setErrorService(state.errorClass);
+    source_->setOwnerWindow(nullptr);
+    source_->setApplicationName(state.LocaleReference != nullptr
+                                    ? state.LocaleReference->getApplicationName()
+                                    : std::string());
+    source_->setDatabaseKind(2);
+    source_->setDatabasePath(options_.databaseLocation);
+    source_->setCursorLocation(3);
+    source_->setOpenMode(2);
+    source_->connect(2);
+    opened = source_->isOpen();
+    failedToInitializeFlag_ = !opened;
+    if (!opened && state.MsgboxClass != nullptr)
       state.MsgboxClass->show(
           "The user wizard was not able to access the database and needs to close.",
           kMessageValidation);
-    failedToInitializeFlag = true;
-    return false;
-  }
-  failedToInitializeFlag = false;
-  return true;
+  });
+  return opened;
 }
 
-void SyncEngine::closeSourceDatabase() {
-  if (source_ && source_->isOpen()) source_->close();
-  source_.reset();
+void SyncEngine::closeDatabase() {
+  procedure(label("close" + description_.word + "Database"), [&] {
+    if (source_ && source_->isOpen()) source_->close();
+    source_.reset();
+  });
 }
 
-void SyncEngine::runUnderProgress(bool showProgress, const std::string& caption,
-                                  const std::function<void()>& startProgress) {
-  if (!showProgress) {
-    startProgress();
-    return;
-  }
-  ModuleState& state = moduleState();
-  progress_ = state.makeProgressDialog ? state.makeProgressDialog()
-                                       : std::make_unique<TerminalProgressDialog>();
-  progress_->setCaption(caption);
-  progress_->setMinimum(0);
-  progress_->setMaximum(100);
-  progress_->showDialog(startProgress);
-  progress_.reset();
+bool SyncEngine::practiceOpen() const {
+  DatabaseService* db = moduleState().DatabaseReference;
+  return db != nullptr && db->isOpen();
 }
 
-void SyncEngine::setProgressMaximum(long maximum) {
-  if (progress_) progress_->setMaximum(maximum);
+bool SyncEngine::sourceUsable() const {
+  return options_.useDatabase && source_ != nullptr;
 }
 
-void SyncEngine::setProgressCaption(bool showProgress, const std::string& caption) {
-  if (showProgress && progress_) progress_->setCaption(caption);
+// --- The run -------------------------------------------------------------------------------
+
+bool SyncEngine::importInformation() {
+  procedure(label("import" + description_.word + "Information"), [&] {
+    const bool anyGroup = options_.syncObjectsContacts || options_.syncObjectsTimeEntries ||
+                          options_.syncObjectsInvoices || options_.syncObjectsWorkCodes;
+    if (!showProgress_) {
+      importFromProgress_StartProgress();
+      return;
+    }
+    if (!anyGroup) return;
+    ModuleState& state = moduleState();
+    progress_ = state.makeProgressDialog ? state.makeProgressDialog()
+                                         : std::make_unique<TerminalProgressDialog>();
+    progress_->setCaption("Importing " + description_.word + " information, please wait ...");
+    progress_->setMinimum(0);
+    progress_->setMaximum(100);
+    progress_->showDialog([this] { importFromProgress_StartProgress(); });
+    progress_.reset();
+  });
+  return false;
 }
 
-void SyncEngine::stepProgress(bool showProgress) {
-  if (showProgress && progress_) progress_->setValue(progress_->getValue() + 1);
+void SyncEngine::importFromProgress_StartProgress() {
+  procedure(label("importFrom" + description_.word + "Progress_StartProgress"), [&] {
+    ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
+    bool paused = true;
+    if (dropDown != nullptr) {
+      dropDown->setLoadingPaused(paused);
+      dropDown->setRefreshPaused(paused);
+    }
+    companyFinder().setDuplicateCheckEnabled(options_.duplicateCheckEnabled);
+    initializeDataRecordsets();
+    if (progress_) progress_->setMaximum(progressTotal());
+    for (const StageGroup& group : runOrder())
+      if (options_.*group.chosen)
+        for (const std::function<void()>& stage : group.stages) stage();
+    // Writes made outside the records are stored now, where a failure is reported, rather
+    // than when the connection closes.
+    holdWrites();
+    commitRecords();
+    closeDataRecordsets();
+    if (progress_) progress_->closeDialog();
+    paused = false;
+    if (dropDown != nullptr) {
+      dropDown->setLoadingPaused(paused);
+      dropDown->setRefreshPaused(paused);
+    }
+  });
+}
+
+void SyncEngine::setProgressCaption(const std::string& caption) {
+  if (showProgress_ && progress_) progress_->setCaption(caption);
+}
+
+void SyncEngine::stepProgress() {
+  if (showProgress_ && progress_) progress_->setValue(progress_->getValue() + 1);
 }
 
 void SyncEngine::pumpEvents(int times) {
@@ -133,85 +355,200 @@ void SyncEngine::pumpEvents(int times) {
   for (int i = 0; i < times; ++i) eventPump();
 }
 
+// --- The steps of a stage ------------------------------------------------------------------
+
+void SyncEngine::runStage(const SyncStage& stage) {
+  procedure(label(stage.procedureName), [&] {
+    // In the report as soon as it runs: a stage that finds nothing shows read 0.
+    StageCounters& counters = stageCounters(stage.reportName);
+    if (!sourceUsable()) return;
+    if (stage.beforeRows) stage.beforeRows();
+    long reachedCreator = 0;
+    runRows(stage, counters, reachedCreator);
+    if (stage.afterRows) {
+      holdWrites();
+      stage.afterRows(reachedCreator);
+    }
+  });
+  commitRecords();
+}
+
+void SyncEngine::runRows(const SyncStage& stage, StageCounters& counters, long& reachedCreator) {
+  DatabaseService& source = *source_;
+  auto record = [&](std::int32_t handle, const std::string* givenKey) {
+    syncRecord(counters, [&] {
+      const std::string key =
+          givenKey != nullptr ? *givenKey : rowKey(source, handle, stage.keyColumns);
+      const KeyResult result = syncKey(stage, SourceRow{source, handle, key});
+      if (result.saved) ++reachedCreator;
+      return result.outcome;
+    });
+    if (stage.stepsProgress) stepProgress();
+    pumpEvents(2);
+  };
+  if (stage.keys != nullptr) {
+    for (const std::string& key : keysOf(*stage.keys))
+      if (!GeneralUtilities::isBlank(key)) record(0, &key);
+    return;
+  }
+  if (stage.rows == nullptr || !source.isRecordsetOpen(*stage.rows)) return;
+  const std::int32_t handle = *stage.rows;
+  const long total = stage.progressCaption.empty() ? 0 : source.recordCount(handle);
+  long number = 0;
+  scan(source, handle, [&] {
+    ++number;
+    if (!stage.progressCaption.empty())
+      setProgressCaption(fmt::format(fmt::runtime(stage.progressCaption), number, total));
+    record(handle, nullptr);
+  });
+}
+
+SyncEngine::KeyResult SyncEngine::syncKey(const SyncStage& stage, const SourceRow& row) {
+  const std::string& key = row.key;
+  if (GeneralUtilities::isBlank(key)) return {{RecordOutcome::Skipped, "no source ID"}, {}};
+  if (stage.rowFilter) {
+    if (std::optional<std::string> reason = stage.rowFilter(row))
+      return {{RecordOutcome::Skipped, *reason}, {}};
+  }
+  bool isNew = true;
+  long known = -1;
+  if (stage.clientMatch) {
+    // Read anew for every key, so that a choice in the finder's dialog takes effect at once.
+    bool check = companyFinder().duplicateCheckEnabled();
+    known = matchClient(*stage.clientMatch, key, check, isNew);
+  } else {
+    known = xref_.find(stage.crossReference, key);
+    isNew = known == -1;
+  }
+  if (stage.onlyNewEntriesApply && options_.importOnlyNewEntries && !isNew)
+    return {{RecordOutcome::Skipped, "known from an earlier run (only new entries)"}, {}};
+
+  skipReason_.clear();
+  const std::int32_t position = stage.keepsPosition ? row.source.getPosition(row.handle) : 0;
+  const long result = stage.create(key, known);
+  if (stage.keepsPosition) row.source.setPosition(row.handle, position);
+  beforeCrossReference();
+  xref_.store(stage.crossReference, result, key);
+  if (stage.afterSave) stage.afterSave(key, result);
+  if (result <= 0)
+    return {{RecordOutcome::Skipped, skipReason_.empty() ? "nothing to write" : skipReason_},
+            result};
+  return {{known > 0 ? RecordOutcome::Updated : RecordOutcome::Created, {}}, result};
+}
+
+long SyncEngine::skipBecause(std::string reason) {
+  skipReason_ = std::move(reason);
+  return -1;
+}
+
+long SyncEngine::createFromSourceRow(
+    std::string_view procedureName, std::int32_t rows, std::string_view column,
+    const std::string& key, long neutral,
+    const std::function<long(DatabaseService& source, DatabaseService& db)>& body) {
+  long result = neutral;
+  procedure(label(procedureName), [&] {
+    if (!practiceOpen() || !sourceUsable()) return;
+    if (!source_->findRecord(rows, column, key)) {
+      skipBecause("not in the export");
+      return;
+    }
+    result = body(*source_, *moduleState().DatabaseReference);
+  });
+  return result;
+}
+
 void SyncEngine::beforeCrossReference() {
   if (killAtRecord_ > 0 && recordsStarted_ == killAtRecord_) std::raise(SIGKILL);
 }
 
-void SyncEngine::syncRecord(const std::string& stage, const std::function<SyncOutcome()>& body) {
-  StageCounters& counters = stageCounters(stage);
+// --- Records and their write groups ----------------------------------------------------------
+
+void SyncEngine::holdWrites() {
+  DatabaseService* db = moduleState().DatabaseReference;
+  if (db == nullptr || pendingGroup_ != nullptr) return;
+  db->beginWriteGroup();
+  pendingGroup_ = db;
+  pendingSince_ = std::chrono::steady_clock::now();
+}
+
+void SyncEngine::syncRecord(StageCounters& counters, const std::function<RecordOutcome()>& body) {
   ++counters.read;
   ++recordsStarted_;
-  DatabaseService* db = moduleState().DatabaseReference;
-  if (db != nullptr && pendingGroup_ == nullptr) {
-    db->beginWriteGroup();
-    pendingGroup_ = db;
-    pendingRecords_ = 0;
-    pendingSince_ = std::chrono::steady_clock::now();
-  }
-  // Ends the record's own group however the record ends; the outer group commits it with the
-  // records before it once enough have gathered.
-  struct RecordEnd {
-    SyncEngine& engine;
-    ~RecordEnd() {
-      ++engine.pendingRecords_;
-      if (engine.pendingRecords_ >= kRecordsPerCommit ||
-          std::chrono::steady_clock::now() - engine.pendingSince_ >= kCommitInterval)
-        engine.commitRecords();
-    }
-  } recordEnd{*this};
-  struct WriteGroup {
-    DatabaseService* db;
-    explicit WriteGroup(DatabaseService* d) : db(d) {
-      if (db != nullptr) db->beginWriteGroup();
-    }
-    ~WriteGroup() {
-      if (db != nullptr) {
-        try {
-          db->endWriteGroup();
-        } catch (...) {
-        }
-      }
-    }
-  } group(db);
-  const long errorsBefore = report_ != nullptr ? report_->errorCount() : 0;
-  bool failed = true;
-  SyncOutcome outcome = SyncOutcome::Skipped;
+  RecordOutcome outcome{RecordOutcome::Failed, {}};
+  bool done = false;
+  RecordErrorWatch watch;
   try {
     resumeNext([&] {
+      holdWrites();
       outcome = body();
-      failed = false;
+      done = true;
     });
   } catch (...) {
-    ++counters.failed;
+    // Action 2 or 3 leaves the stage: the record counts as failed all the same.
+    endRecord(counters, {RecordOutcome::Failed, watch.reason()});
     throw;
   }
-  // A failure handled inside the record's own procedures counts it as failed as well.
-  if (failed || (report_ != nullptr && report_->errorCount() > errorsBefore)) {
-    ++counters.failed;
-    return;
-  }
-  switch (outcome) {
-    case SyncOutcome::Created:
+  if (!done || watch.failed()) outcome = {RecordOutcome::Failed, watch.reason()};
+  endRecord(counters, outcome);
+}
+
+void SyncEngine::countOutcome(StageCounters& counters, const RecordOutcome& outcome) {
+  switch (outcome.kind) {
+    case RecordOutcome::Created:
       ++counters.created;
       break;
-    case SyncOutcome::Updated:
+    case RecordOutcome::Updated:
       ++counters.updated;
       break;
-    case SyncOutcome::Skipped:
-      ++counters.skipped;
+    case RecordOutcome::Skipped:
+      counters.skip(outcome.reason);
+      break;
+    case RecordOutcome::Failed:
+      counters.fail(outcome.reason);
       break;
   }
 }
 
+void SyncEngine::endRecord(StageCounters& counters, const RecordOutcome& outcome) {
+  countOutcome(counters, outcome);
+  if (pendingGroup_ == nullptr) return;
+  pendingRecords_.push_back({&counters, outcome});
+  if (static_cast<long>(pendingRecords_.size()) >= kRecordsPerCommit ||
+      std::chrono::steady_clock::now() - pendingSince_ >= kCommitInterval)
+    commitRecords();
+}
+
 void SyncEngine::commitRecords() {
   if (pendingGroup_ == nullptr) return;
-  DatabaseService* db = pendingGroup_;
-  pendingGroup_ = nullptr;
-  pendingRecords_ = 0;
-  try {
-    db->endWriteGroup();
-  } catch (...) {
-  }
+  DatabaseService* db = std::exchange(pendingGroup_, nullptr);
+  std::vector<PendingRecord> held = std::exchange(pendingRecords_, {});
+  procedure(label("commitRecords"), [&] {
+    try {
+      db->endWriteGroup();
+    } catch (const std::exception& failure) {
+      // The group was rolled back: nothing its records wrote is stored.
+      const RecordOutcome lost{RecordOutcome::Failed, std::string("not stored: ") + failure.what()};
+      for (PendingRecord& record : held) {
+        if (record.outcome.kind == RecordOutcome::Failed) continue;
+        uncount(*record.counters, record.outcome);
+        countOutcome(*record.counters, lost);
+      }
+      throw;
+    }
+  });
+}
+
+// --- Reading the source --------------------------------------------------------------------
+
+std::string SyncEngine::lookUpSource(std::string_view procedureName, std::int32_t rows,
+                                     std::string_view column, const std::string& key,
+                                     std::string_view field) {
+  std::string result;
+  procedure(label(procedureName), [&] {
+    if (source_ != nullptr && source_->findRecord(rows, column, key))
+      result = readText(*source_, rows, field);
+  });
+  return result;
 }
 
 void SyncEngine::scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row) {
@@ -225,7 +562,7 @@ void SyncEngine::scan(DatabaseService& db, std::int32_t handle, const std::funct
 std::string SyncEngine::readText(DatabaseService& db, std::int32_t handle, std::string_view field) {
   Variant v = db.getField(handle, field);
   if (GeneralUtilities::isBlank(v)) return {};
-  return db.getField(handle, field).toString();
+  return v.toString();
 }
 
 bool SyncEngine::readBool(DatabaseService& db, std::int32_t handle, std::string_view field) {

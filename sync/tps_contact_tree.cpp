@@ -1,4 +1,4 @@
-// Fill and initial classification of the TPS client tree.
+// The TPS guess of a client's kind.
 #include "sync/tps_contact_tree.hpp"
 
 #include <cstdint>
@@ -8,20 +8,9 @@
 #include "base/procedure.hpp"
 #include "db/database_service.hpp"
 #include "records/node_keys.hpp"
+#include "sync/sources/tps_source.hpp"
 
 namespace lf {
-namespace {
-
-constexpr int kTreeIndentation = 79;
-
-void closeQuietly(DatabaseService* db, std::int32_t handle) {
-  if (db == nullptr || handle == 0) return;
-  ignoreErrors([&] {
-    if (db->isRecordsetOpen(handle)) db->closeRecordset(handle);
-  });
-}
-
-}  // namespace
 
 bool isTPSBusinessClient(const TPSClientNumbers& client) {
   using GU = GeneralUtilities;
@@ -32,80 +21,13 @@ bool isTPSBusinessClient(const TPSClientNumbers& client) {
   return false;
 }
 
-clsTPSContactTree::clsTPSContactTree() = default;
+clsTPSContactTree::clsTPSContactTree() : SourceContactTree(tpsSourceDescription()) {}
 
-void clsTPSContactTree::setAllowOnlyOneCheckedItem(bool value) {
-  allowOnlyOneCheckedItem_ = value;
-  if (tree_ != nullptr) tree_->allowOnlyOneCheckedItem = value;
-}
-
-void clsTPSContactTree::populateTPSTree() {
-  procedure("Ledgerfolio.exe-clsTPSContactTree-populateTPSTree", [&] {
-    const auto& makeDialog = moduleState().makeProgressDialog;
-    if (!showProgress_ || !makeDialog) {
-      TPSDialog_StartProgress();
-      return;
-    }
-    TPSDialog = makeDialog();
-    TPSDialog->setCaption("Getting TPS information, please wait ...");
-    TPSDialog->setMinimum(0);
-    TPSDialog->showDialog([this] { TPSDialog_StartProgress(); });
-    TPSDialog.reset();
-  });
-  TPSDialog.reset();
-}
-
-void clsTPSContactTree::TPSDialog_StartProgress() {
-  procedure("Ledgerfolio.exe-clsTPSContactTree-TPSDialog_StartProgress", [&] {
-    if (TPSDialog) {
-      TPSDialog->setCaption("Getting TPS contacts, please wait ...");
-      TPSDialog->setMaximum(1);  // until the count is known
-    }
-    fillTree();
-    if (TPSDialog) TPSDialog->closeDialog();
-  });
-}
-
-void clsTPSContactTree::fillTree() {
-  if (tree_ == nullptr) return;
-  tree_->clear();
-  tree_->allowOnlyOneCheckedItem = allowOnlyOneCheckedItem_;
-  tree_->indentation = kTreeIndentation;
-  const int root = tree_->add(-1, std::string(ClientTree::kRootKey), "TPS Contacts");
-  tree_->node(root).bold = true;
-  tree_->node(root).expanded = true;
-  tree_->selected = root;
-  if (source_ == nullptr) return;
-
-  std::int32_t rs = 0;
-  procedure("Ledgerfolio.exe-clsTPSContactTree-fillTree", [&] {
-    rs = source_->openRecordset(
-        "SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;", kCursorKeyset,
-        kLockReadOnly);
-    if (!source_->hasRecord(rs)) return;
-    if (TPSDialog) TPSDialog->setMaximum(source_->recordCount(rs));
-    long counter = 0;
-    while (!source_->isEOF(rs)) {
-      resumeNext([&] {
-        const std::string id = source_->getField(rs, "ClientID").toString();
-        const std::string name = source_->getField(rs, "Name").toString();
-        const bool inActive = source_->getField(rs, "InActive").toBool();
-        tree_->add(root, ClientTree::clientKey(id), ClientTree::clientText(name, inActive));
-        ++counter;
-        if (TPSDialog) TPSDialog->setValue(TPSDialog->getValue() + 1);
-        if (incProgressBarForPopulatingList) incProgressBarForPopulatingList(counter);
-      });
-      source_->moveNext(rs);
-    }
-  });
-  closeQuietly(source_, rs);
-}
-
-void clsTPSContactTree::populateInitialTPSClientsCheckedItems(bool business, bool& result) {
+void clsTPSContactTree::populateInitialClientsCheckedItems(bool business, bool& result) {
   result = !business;
   if (tree_ == nullptr) return;
   std::int32_t rs = 0;
-  procedure("Ledgerfolio.exe-clsTPSContactTree-populateInitialTPSClientsCheckedItems", [&] {
+  procedure(label("populateInitialTPSClientsCheckedItems"), [&] {
     if (source_ != nullptr)
       rs = source_->openRecordset("SELECT Clients.* FROM Clients;", kCursorKeyset, kLockReadOnly);
     long counter = 0;
@@ -128,20 +50,14 @@ void clsTPSContactTree::populateInitialTPSClientsCheckedItems(bool business, boo
         const bool isBusiness = isTPSBusinessClient(numbers);
         node.checked = business ? isBusiness : !isBusiness;
         ++counter;
-        if (business && incProgressBarForInitialBusinessClientsSelection)
-          incProgressBarForInitialBusinessClientsSelection(counter);
-        if (!business && incProgressBarForInitialPersonalClientsSelection)
-          incProgressBarForInitialPersonalClientsSelection(counter);
+        selectionProgress(business, counter);
       });
     }
   });
-  closeQuietly(source_, rs);
-}
-
-void clsTPSContactTree::checkAllChildNodes(bool state, int node) {
-  procedure("Ledgerfolio.exe-clsTPSContactTree-checkAllChildNodes", [&] {
-    if (tree_ != nullptr) tree_->checkAllChildNodes(state, node);
-  });
+  if (rs != 0)
+    ignoreErrors([&] {
+      if (source_->isRecordsetOpen(rs)) source_->closeRecordset(rs);
+    });
 }
 
 }  // namespace lf

@@ -10,7 +10,7 @@
 #include "base/general_utilities.hpp"
 #include "host/file_dialog.hpp"
 #include "records/node_keys.hpp"
-#include "sync/tps_wizard.hpp"
+#include "sync/sync_wizard.hpp"
 
 namespace lf {
 namespace {
@@ -31,12 +31,12 @@ std::vector<int> listedNodes(const ClientTree& tree) {
 
 class TerminalSession {
  public:
-  TerminalSession(frmTPSWizard& wizard, std::istream& in, std::ostream& out)
+  TerminalSession(SyncWizard& wizard, std::istream& in, std::ostream& out)
       : w_(wizard), in_(in), out_(out) {}
 
   bool run(const std::string& exportFile) {
     w_.Initialize();
-    if (!exportFile.empty()) w_.cmdOpenTPSFile(exportFile);
+    if (!exportFile.empty()) w_.cmdOpenFile(exportFile);
     int shownStep = -1;
     while (w_.isOpen()) {
       if (w_.step() != shownStep) {
@@ -47,7 +47,7 @@ class TerminalSession {
       out_ << "> " << std::flush;
       std::string line;
       if (!std::getline(in_, line)) {
-        w_.cmdNav_Click(frmTPSWizard::kNavCancel);
+        w_.cmdNav_Click(SyncWizard::kNavCancel);
         break;
       }
       if (command(GeneralUtilities::trim(line)) && w_.isOpen() && w_.step() == shownStep)
@@ -61,7 +61,7 @@ class TerminalSession {
   ClientTree& tree() { return w_.step() == 6 ? w_.tvwCategories : w_.tvwContacts; }
 
   void showStep() {
-    const frmTPSWizard::StepCaptions c = w_.captions();
+    const SyncWizard::StepCaptions c = w_.captions();
     out_ << "\n== " << c.title << " (step " << w_.step() << ")\n";
     if (!c.heading.empty()) out_ << c.heading << "\n";
     if (!c.label.empty()) out_ << c.label << "\n";
@@ -72,8 +72,8 @@ class TerminalSession {
         out_ << "Type 1-4 to tick or untick.\n";
         break;
       case 2:
-        out_ << "  Export file: " << w_.engine().TPSDatabaseLocation
-             << (w_.engine().useTPSDatabase ? " (open)" : "") << "\n"
+        out_ << "  Export file: " << w_.engine().databaseLocation
+             << (w_.engine().useDatabase ? " (open)" : "") << "\n"
              << "Type o PATH to open the export file.\n";
         break;
       case 3:
@@ -103,9 +103,9 @@ class TerminalSession {
 
   void showButtons() {
     std::string buttons;
-    if (w_.navEnabled(frmTPSWizard::kNavBack)) buttons += "b Back  ";
-    if (w_.navEnabled(frmTPSWizard::kNavNext)) buttons += "n Next  ";
-    if (w_.navEnabled(frmTPSWizard::kNavFinish)) buttons += "f Finish  ";
+    if (w_.navEnabled(SyncWizard::kNavBack)) buttons += "b Back  ";
+    if (w_.navEnabled(SyncWizard::kNavNext)) buttons += "n Next  ";
+    if (w_.navEnabled(SyncWizard::kNavFinish)) buttons += "f Finish  ";
     out_ << buttons << "c Cancel\n";
   }
 
@@ -128,9 +128,9 @@ class TerminalSession {
                         getSelectedNodeIDStringFromString(node.key));
   }
 
-  void showDates(const frmTPSWizard::StepCaptions& c) {
+  void showDates(const SyncWizard::StepCaptions& c) {
     const int step = w_.step();
-    const frmTPSWizard::DateRangeFields& f = w_.dateFields(step);
+    const SyncWizard::DateRangeFields& f = w_.dateFields(step);
     out_ << fmt::format("  ({}) {}  [all]\n", f.useRange ? ' ' : '*', c.options[0]);
     out_ << fmt::format("  ({}) {}  [range]\n", f.useRange ? '*' : ' ', c.options[1]);
     for (int t = 0; t < 4; ++t)
@@ -179,10 +179,10 @@ class TerminalSession {
     const int step = w_.step();
     if (verb.empty()) return false;
     if (verb == "n" || verb == "b" || verb == "f" || verb == "c") {
-      const int button = verb == "c"   ? frmTPSWizard::kNavCancel
-                         : verb == "b" ? frmTPSWizard::kNavBack
-                         : verb == "n" ? frmTPSWizard::kNavNext
-                                       : frmTPSWizard::kNavFinish;
+      const int button = verb == "c"   ? SyncWizard::kNavCancel
+                         : verb == "b" ? SyncWizard::kNavBack
+                         : verb == "n" ? SyncWizard::kNavNext
+                                       : SyncWizard::kNavFinish;
       if (!w_.navEnabled(button)) out_ << "Not available on this step.\n";
       w_.cmdNav_Click(button);
       return false;
@@ -193,7 +193,7 @@ class TerminalSession {
     }
     if (step == 2 && verb == "o" && !rest.empty()) {
       PresetFileDialog dialog(rest);
-      w_.cmdOpenTPSFile_Click(dialog);
+      w_.cmdOpenFile_Click(dialog);
       return true;
     }
     if (step == 3 || step == 8 || step == 6) {
@@ -248,7 +248,7 @@ class TerminalSession {
     return false;
   }
 
-  frmTPSWizard& w_;
+  SyncWizard& w_;
   std::istream& in_;
   std::ostream& out_;
   int page_ = 0;
@@ -256,7 +256,7 @@ class TerminalSession {
 
 }  // namespace
 
-bool runTPSWizardAtTerminal(frmTPSWizard& wizard, std::istream& in, std::ostream& out,
+bool runTPSWizardAtTerminal(SyncWizard& wizard, std::istream& in, std::ostream& out,
                             const std::string& exportFile) {
   return TerminalSession(wizard, in, out).run(exportFile);
 }

@@ -1,4 +1,4 @@
-// Reading an answers file and driving the TPS wizard with it.
+// Reading an answers file and driving the sync wizard with it.
 #include "sync/wizard_answers.hpp"
 
 #include <filesystem>
@@ -9,7 +9,7 @@
 #include "base/failure.hpp"
 #include "base/text_encoding.hpp"
 #include "host/file_dialog.hpp"
-#include "sync/tps_wizard.hpp"
+#include "sync/sync_wizard.hpp"
 
 namespace lf {
 namespace {
@@ -91,7 +91,7 @@ bool answerWord(const json& v, const std::string& field) {
   throw badField(field, "\"yes\" or \"no\"");
 }
 
-void applyClientChoice(frmTPSWizard& wizard, const WizardAnswers::ClientChoice& choice) {
+void applyClientChoice(SyncWizard& wizard, const WizardAnswers::ClientChoice& choice) {
   switch (choice.kind) {
     case WizardAnswers::ClientChoice::PreChecked:
       break;
@@ -104,7 +104,7 @@ void applyClientChoice(frmTPSWizard& wizard, const WizardAnswers::ClientChoice& 
   }
 }
 
-bool applyDateChoice(frmTPSWizard& wizard, int step, const WizardAnswers::DateChoice& choice) {
+bool applyDateChoice(SyncWizard& wizard, int step, const WizardAnswers::DateChoice& choice) {
   if (choice.useRange) wizard.optApptSyncDate_Click(step, *choice.useRange);
   if (choice.rangeType) wizard.optSynchApptDate_Click(step, *choice.rangeType);
   if (choice.start && !wizard.txtDate_LostFocus(step, 0, *choice.start)) return false;
@@ -186,7 +186,7 @@ WizardAnswers readWizardAnswers(const std::string& path) {
   }
 }
 
-bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers) {
+bool runTPSWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers) {
   wizard.Initialize();
   // Each step is passed at most a few times on the way forward; the bound only stops a loop.
   for (int moves = 0; wizard.isOpen() && moves < 32; ++moves) {
@@ -194,18 +194,18 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
     switch (step) {
       case 0:
         if (answers.contacts)
-          wizard.chkSynchObjects[frmTPSWizard::kSynchContacts] = *answers.contacts;
+          wizard.chkSynchObjects[SyncWizard::kSynchContacts] = *answers.contacts;
         if (answers.timeEntries)
-          wizard.chkSynchObjects[frmTPSWizard::kSynchTimeEntries] = *answers.timeEntries;
+          wizard.chkSynchObjects[SyncWizard::kSynchTimeEntries] = *answers.timeEntries;
         if (answers.invoices)
-          wizard.chkSynchObjects[frmTPSWizard::kSynchInvoices] = *answers.invoices;
+          wizard.chkSynchObjects[SyncWizard::kSynchInvoices] = *answers.invoices;
         if (answers.workCodes)
-          wizard.chkSynchObjects[frmTPSWizard::kSynchWorkCodes] = *answers.workCodes;
+          wizard.chkSynchObjects[SyncWizard::kSynchWorkCodes] = *answers.workCodes;
         break;
       case 2:
         if (!answers.source.empty()) {
           PresetFileDialog dialog(answers.source);
-          wizard.cmdOpenTPSFile_Click(dialog);
+          wizard.cmdOpenFile_Click(dialog);
         }
         break;
       case 3:
@@ -231,10 +231,10 @@ bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers)
       case 4:
         if (answers.onlyNewEntries) wizard.chkOnlySynchNewItems = *answers.onlyNewEntries;
         if (answers.duplicateCheck) wizard.duplicateCheckEnabled = *answers.duplicateCheck;
-        wizard.cmdNav_Click(frmTPSWizard::kNavFinish);
+        wizard.cmdNav_Click(SyncWizard::kNavFinish);
         return wizard.finished();
     }
-    wizard.cmdNav_Click(frmTPSWizard::kNavNext);
+    wizard.cmdNav_Click(SyncWizard::kNavNext);
     if (wizard.step() == step) return false;
   }
   return wizard.finished();

@@ -1,4 +1,4 @@
-// The answers-file front end of the TPS sync wizard: the same step machine as the terminal,
+// The answers-file front end of the sync wizard: the same step machine as the terminal,
 // driven by a JSON file instead of a person, so that a sync can run unattended.
 //
 //   {
@@ -31,7 +31,7 @@
 
 namespace lf {
 
-class frmTPSWizard;
+class SyncWizard;
 class RunReport;
 
 struct WizardAnswers {
@@ -70,7 +70,7 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
 // Initializes the wizard and answers each step, pressing Next until the finish step and then
 // Finish. True when the wizard finished; false when a step refused to move on (its message
 // went through MsgboxClass) or a date answer was no valid date.
-bool runTPSWizardFromAnswers(frmTPSWizard& wizard, const WizardAnswers& answers);
+bool runTPSWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers);
 
 // The message box of an unattended run: messages go to out and the report, questions are
 // answered from the answers file (a question containing an answer's text takes that answer,

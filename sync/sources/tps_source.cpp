@@ -1,8 +1,10 @@
-// The TPS source: the stages of a TPS sync and their creators, with the export's tables,
-// columns, field maps and note words.
+// The TPS source: its description, its field maps, its stages as data and their creators,
+// with the export's tables, columns and note words.
 //
-// Each stage scans its driving recordset (or key list); each source record runs through
-// syncRecord, so its target rows and its cross-reference row are committed together.
+// The stages run on the shared engine (SyncEngine::runStage); what is written here is what
+// TPS has of its own.
+#include "sync/sources/tps_source.hpp"
+
 #include <fmt/format.h>
 
 #include <cmath>
@@ -20,7 +22,6 @@
 #include "host/client_drop_down.hpp"
 #include "host/docket_object.hpp"
 #include "host/locale_service.hpp"
-#include "host/message_box.hpp"
 #include "host/work_code_object.hpp"
 #include "records/lookups.hpp"
 #include "sync/cls_import_tps_information.hpp"
@@ -28,31 +29,148 @@
 #include "sync/sync_values.hpp"
 
 namespace lf {
-namespace {
 
-// Mode 3 of a duplicate finder: the user is shown the likely matches and may take one.
-void askForChosenMatch(DuplicateFinder& finder, long& result, bool& isNew) {
-  finder.setDuplicateCheckEnabled(true);
-  finder.setSearchMode(3);
-  finder.runSearch();
-  if (finder.hasChosenMatch()) {
-    result = finder.getChosenMatchID();
-    isNew = false;
-  }
+const SourceDescription& tpsSourceDescription() {
+  static const SourceDescription description = [] {
+    SourceDescription d;
+    d.word = "TPS";
+    d.crossReferences = &tpsCrossReferenceWords();
+    d.clientKey = {{"ClientID"}};
+    d.wizardForm = "frmTPSWizard";
+    d.fileDialogExtension = "mdb";
+    d.fileDialogTitle = "Open the TPS Export file created by TPS";
+    d.fileDialogFilter = "TPS Export File (*.mdb)|*.mdb|All Files (*.*)|*.*";
+    d.openFileRefusal =
+        "You must open the TPS Export file, usually names 'Export.mdb' in order to continue.";
+    d.treeClass = "clsTPSContactTree";
+    d.treeRootText = "TPS Contacts";
+    d.treeClientsStatement =
+        "SELECT Clients.ClientID, Clients.Name, Clients.InActive FROM Clients;";
+    d.treeNameColumn = "Name";
+    d.treeInactiveColumn = "InActive";
+    return d;
+  }();
+  return description;
 }
+
+namespace {
 
 namespace rec = syncrecords;
 using G = GeneralUtilities;
+using fields::displayName;
+using fields::firstEmail;
+using fields::secondEmail;
+using fields::telephone;
+using fields::trimmed;
+using fields::validDate;
 
 constexpr const char* kCrLf = "\r\n";
 
+// --- Field maps -------------------------------------------------------------------------------
+
+// A staff member's own columns (Employees).
+constexpr FieldMapping kStaffFields[] = {
+    {{"LoginName"}, "UserName"},
+    {{"EmployeeType"}, "EmployeeType"},
+    {{"SIN"}, "SocialInsuranceNumber"},
+};
+
+// A person of the export's Contacts: staff members and contacts of business clients.
+constexpr FieldMapping kPersonFields[] = {
+    {{"Title"}, "NamePrefix"},
+    {{"NickName", "FirstName", "LastName"}, "DisplayName", displayName},
+    {{"HomeTelephoneNumber"}, "HomePhone_Main"},
+    {{"MobileTelephoneNumber"}, "HomePhone_Cell"},
+    {{"HomeAddressStreet"}, "HomeAddress"},
+    {{"HomeAddressCity"}, "HomeCity"},
+    {{"HomeAddressState"}, "HomeProvince"},
+    {{"HomeAddressPostalCode"}, "HomePostalCode"},
+    {{"HomeAddressCountry"}, "HomeCountry"},
+    {{"WebPage"}, "BusinessWebSite"},
+    {{"Birthday"}, "Birthday", validDate},
+    {{"JobTitle"}, "BusinessJobTitle"},
+    {{"CompanyName"}, "BusinessName"},
+    {{"Department"}, "BusinessDepartment"},
+    {{"OfficeLocation"}, "BusinessOffice"},
+    {{"BusinessTelephoneNumber"}, "BusinessPhone_Main"},
+    {{"BusinessFaxNumber"}, "BusinessPhone_Fax"},
+    {{"Email1Address", "Email2Address", "Email3Address"}, "BusinessEmail", firstEmail},
+    {{"Email1Address", "Email2Address", "Email3Address"}, "PersonalEmail", secondEmail},
+};
+
+// A business client (Clients to Companies), besides its name, category and legal form.
+constexpr FieldMapping kCompanyFields[] = {
+    {{"Industry"}, "IndustryType"},
+    {{"ClientCode"}, "ClientID"},
+    {{"Street1"}, "Address"},
+    {{"City1"}, "City"},
+    {{"State1"}, "Province"},
+    {{"Zip1"}, "PostalCode"},
+    {{"Country1"}, "Country"},
+    {{"AreaCode1", "Phone1", "Ext1"}, "OfficeNumber", telephone},
+    {{"AreaCodeFax", "Fax", "ExtFax"}, "FaxNumber", telephone},
+    {{"Email", "Email2"}, "Email", firstEmail},
+    {{"WebPage"}, "WebSite"},
+};
+
+// A personal client (Clients to Contacts).
+constexpr FieldMapping kPersonalClientFields[] = {
+    {{"ClientCode"}, "ClientID"},
+    {{"Street1"}, "BusinessAddress"},
+    {{"City1"}, "BusinessCity"},
+    {{"State1"}, "BusinessProvince"},
+    {{"Zip1"}, "BusinessPostalCode"},
+    {{"Country1"}, "BusinessCountry"},
+    {{"Street2"}, "HomeAddress"},
+    {{"City2"}, "HomeCity"},
+    {{"State2"}, "HomeProvince"},
+    {{"Zip2"}, "HomePostalCode"},
+    {{"Country2"}, "HomeCountry"},
+    {{"AreaCode1", "Phone1", "Ext1"}, "BusinessPhone_Main", telephone},
+    {{"AreaCode2", "Phone2", "Ext2"}, "BusinessPhone_Cell", telephone},
+    {{"AreaCodeFax", "Fax", "ExtFax"}, "BusinessPhone_Fax", telephone},
+    {{"AreaCode3", "Phone3", "Ext3"}, "HomePhone_Main", telephone},
+    {{"AreaCode4", "Phone4", "Ext4"}, "HomePhone_Cell", telephone},
+    {{"Email", "Email2"}, "BusinessEmail", firstEmail},
+    {{"Email", "Email2"}, "PersonalEmail", secondEmail},
+    {{"WebPage"}, "BusinessWebSite"},
+    {{"SIN"}, "SocialInsuranceNumber"},
+};
+
+constexpr FieldMapping kParagraphFields[] = {
+    {{"ParCode"}, "CustomItemName"},
+    {{"Description"}, "DescriptionClient"},
+};
+
+// An invoice's number and dates; its amounts are computed.
+constexpr FieldMapping kInvoiceFields[] = {
+    {{"InvoiceNum"}, "InvoiceNum"},
+    {{"BillDate"}, "InvoiceDate"},
+    {{"BillDate"}, "InvoiceDueDate"},
+};
+
+// A deposit's dates and notes; its amount is computed.
+constexpr FieldMapping kDepositFields[] = {
+    {{"PayDate"}, "DateReceived"},
+    {{"PayDate"}, "DateDeposited"},
+    {{"Description"}, "Notes", trimmed},
+};
+
+constexpr FieldMap kFieldMaps[] = {
+    {"Employees", "AccountantEmployeeInfo", kStaffFields},
+    {"Contacts", "AccountantEmployeeInfo", kPersonFields},
+    {"Contacts", "Contacts", kPersonFields},
+    {"Clients", "Companies", kCompanyFields},
+    {"Clients", "Contacts", kPersonalClientFields},
+    {"Paragraphs", "CustomInvoiceDockets", kParagraphFields},
+    {"Invoices", "Invoices", kInvoiceFields},
+    {"Payments", "Deposits", kDepositFields},
+};
+
+// --- Helpers ----------------------------------------------------------------------------------
+
 DatabaseService& practice() {
   return *moduleState().DatabaseReference;
-}
-
-bool practiceOpen() {
-  DatabaseService* db = moduleState().DatabaseReference;
-  return db != nullptr && db->isOpen();
 }
 
 std::string idText(long id) {
@@ -62,20 +180,6 @@ std::string idText(long id) {
 // A number as the service takes it in a text: no trailing zeros.
 std::string numberText(double value) {
   return fmt::format("{}", value);
-}
-
-// Writes the value with setField unless it is blank.
-void putField(DatabaseService& db, std::int32_t handle, std::string_view field,
-              const std::string& value) {
-  if (G::isBlank(value)) return;
-  db.setField(handle, field, value);
-}
-
-// A trimmed text that is a valid date, as the service takes it; empty otherwise.
-std::string validDateText(const std::string& text) {
-  if (G::isBlank(text)) return {};
-  auto date = DateUtilities::parseDateText(G::trim(text));
-  return date ? date->toIso() : std::string();
 }
 
 long currentPersonalYear() {
@@ -94,48 +198,50 @@ void addNoteItem(std::string& note, const std::string& item) {
   note += kCrLf;
 }
 
-// Updated when the record was known and is written again, created when it is new, skipped
-// when the creator wrote nothing (its result is no record).
-SyncOutcome outcomeOf(long known, long result) {
-  if (result <= 0) return SyncOutcome::Skipped;
-  return known > 0 ? SyncOutcome::Updated : SyncOutcome::Created;
+// The practice row of a company or a contact, found in the run's open recordset or read alone.
+RowAccess companyRow(DatabaseService& db, std::int32_t companies, long companyID) {
+  return RowAccess(db, companies, "CompanyID", companyID,
+                   "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(companyID) + ";");
+}
+
+RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID) {
+  return RowAccess(db, contacts, "ContactID", contactID,
+                   "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
+}
+
+// The practice row of an invoice or a deposit, made current: the known row when its key finds
+// it, else a new row of the record's client (with the further columns given) whose key is read
+// back; the firm and the client are then written. -1 when the row is not there.
+long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
+                 long firm, long company, long contact,
+                 std::initializer_list<std::pair<const char*, const char*>> newColumns = {}) {
+  long key = known;
+  if (known <= 0 || !db.findRecord(rs, keyColumn, idText(known))) {
+    db.addNewRecord(rs);
+    db.setNewField(rs, "CompanyIDNum", idText(company));
+    db.setNewField(rs, "ContactIDNum", idText(contact));
+    for (const auto& [column, value] : newColumns) db.setNewField(rs, column, value);
+    db.updateRecord(rs);
+    key = static_cast<long>(db.getField(rs, keyColumn).toLong());
+  }
+  if (!db.findRecord(rs, keyColumn, idText(key))) return -1;
+  db.setField(rs, "FirmIDNum", idText(firm));
+  db.setField(rs, "CompanyIDNum", idText(company));
+  db.setField(rs, "ContactIDNum", idText(contact));
+  return key;
 }
 
 // The person fields of a source contact (staff members and contacts of business clients).
 void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts, DatabaseService& db,
                               std::int32_t target) {
-  auto src = [&](std::string_view f) { return SyncEngine::readText(source, rsContacts, f); };
-  putField(db, target, "NamePrefix", src("Title"));
-  const std::string nick = src("NickName"), first = src("FirstName"), last = src("LastName");
-  if (!nick.empty() && !last.empty())
-    putField(db, target, "DisplayName", nick + " " + last);
-  else if (!first.empty() && !last.empty())
-    putField(db, target, "DisplayName", first + " " + last);
-  putField(db, target, "HomePhone_Main", src("HomeTelephoneNumber"));
-  putField(db, target, "HomePhone_Cell", src("MobileTelephoneNumber"));
-  putField(db, target, "HomeAddress", src("HomeAddressStreet"));
-  putField(db, target, "HomeCity", src("HomeAddressCity"));
-  putField(db, target, "HomeProvince", src("HomeAddressState"));
-  putField(db, target, "HomePostalCode", src("HomeAddressPostalCode"));
-  putField(db, target, "HomeCountry", src("HomeAddressCountry"));
-  putField(db, target, "BusinessWebSite", src("WebPage"));
-  putField(db, target, "Birthday", validDateText(src("Birthday")));
-  putField(db, target, "BusinessJobTitle", src("JobTitle"));
-  putField(db, target, "BusinessName", src("CompanyName"));
-  putField(db, target, "BusinessDepartment", src("Department"));
-  putField(db, target, "BusinessOffice", src("OfficeLocation"));
-  putField(db, target, "BusinessPhone_Main", src("BusinessTelephoneNumber"));
-  putField(db, target, "BusinessPhone_Fax", src("BusinessFaxNumber"));
-  std::string e1 = src("Email1Address"), e2 = src("Email2Address"), e3 = src("Email3Address");
-  sortEmailAddresses(e1, e2, e3);
-  putField(db, target, "BusinessEmail", e1);
-  putField(db, target, "PersonalEmail", e2);
-
+  writeFields(source, rsContacts, db, target, kPersonFields);
   // Intended: this note is built and then dropped, as it always was; "3rd Email Address: "
   // labels the profession too.
+  auto src = [&](std::string_view f) { return SyncEngine::readText(source, rsContacts, f); };
+  const std::string third = src("Email3Address");
   std::string note;
   if (!src("Profession").empty()) addNoteItem(note, "3rd Email Address: " + src("Profession"));
-  if (!e3.empty()) addNoteItem(note, "3rd Email Address: " + e3);
+  if (!third.empty()) addNoteItem(note, "3rd Email Address: " + third);
   const std::string other = rec::createAddress(
       src("OtherAddressStreet"), src("OtherAddressCity"), src("OtherAddressState"),
       src("OtherAddressPostalCode"), src("OtherAddressCountry"));
@@ -145,32 +251,148 @@ void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts, 
 
 }  // namespace
 
-// --- Staff ------------------------------------------------------------------------------------
-
-void clsImportTPSInformation::importTPSUsers() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSUsers", [&] {
-    if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    bool anyDone = false;
-    scan(source, rsEmployees, [&] {
-      syncRecord("staff", [&] {
-        const std::string id = readText(source, rsEmployees, "EmployeeID");
-        if (id.empty()) return SyncOutcome::Skipped;
-        const long known = xref_.getEmployeeIDFromTPSEmployeeID(id);
-        // Staff details are brought across on every run, whatever importOnlyNewEntries says.
-        const long employee =
-            createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID_, known);
-        beforeCrossReference();
-        xref_.saveEmployeeIDAndTPSEmployeeID(employee, id);
-        anyDone = true;
-        return outcomeOf(known, employee);
-      });
-      pumpEvents(2);
-    });
-    if (anyDone) forceFirstUserToBeAnAdminUser();
-  });
+std::span<const FieldMap> tpsFieldMaps() {
+  return kFieldMaps;
 }
+
+// --- The stages -------------------------------------------------------------------------------
+
+std::function<long(const std::string&, long)> clsImportTPSInformation::creator(
+    long (clsImportTPSInformation::*create)(const std::string&, long)) {
+  return [this, create](const std::string& key, long known) { return (this->*create)(key, known); };
+}
+
+void clsImportTPSInformation::describeStages() {
+  using K = CrossReferenceKind;
+  using T = clsImportTPSInformation;
+
+  // Staff details are brought across on every run, whatever importOnlyNewEntries says.
+  staff_ = scanStage("staff", "importTPSUsers", &rsEmployees, "EmployeeID", K::Employee);
+  staff_.onlyNewEntriesApply = staff_.stepsProgress = false;
+  staff_.create = [this](const std::string& id, long known) {
+    return createNewTPSEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID(), known);
+  };
+  staff_.afterRows = [](long reachedCreator) {
+    if (reachedCreator > 0) forceFirstUserToBeAnAdminUser();
+  };
+
+  businessClients_ =
+      clientStage("business clients", "importTPSBusinessClients", &options_.companyCollection,
+                  K::CompanyClient, ClientRole::Company);
+  businessClients_.create = creator(&T::createNewTPSClientAsCompanyInLedgerfolio);
+  businessClients_.afterSave = [this](const std::string& id, long company) {
+    importTPSClientContacts(id, company);
+  };
+  // The contacts of a business client are part of its record, each found as a client is.
+  clientContacts_ = scanStage("business clients", "importTPSBusinessClients", &rsClientContacts,
+                              "ContactID", K::ContactContact);
+  clientContacts_.clientMatch = ClientRole::ContactOfContact;
+  clientContacts_.keepsPosition = true;
+  clientContacts_.create = [this](const std::string& id, long known) {
+    return createNewTPSContactAsContactInLedgerfolio(id, contactsCompany_, known);
+  };
+
+  personalClients_ =
+      clientStage("personal clients", "importTPSPersonalClients", &options_.contactsCollection,
+                  K::ContactClient, ClientRole::ContactOfClient);
+  personalClients_.beforeRows = [this] {
+    long year = currentPersonalYear();
+    personalCategory_ = dropDown() != nullptr ? dropDown()->getCategoryForYear(year, "") : -1;
+  };
+  personalClients_.create = [this](const std::string& id, long known) {
+    return createNewTPSClientAsContactInLedgerfolio(id, known, -1, personalCategory_);
+  };
+
+  invoiceParagraphs_ = scanStage("invoice paragraphs", "importTPSInvoiceParagraphs", &rsParagraphs,
+                                 "ParagraphID", K::InvoiceItem);
+  invoiceParagraphs_.onlyNewEntriesApply = false;
+  invoiceParagraphs_.create = creator(&T::createNewTPSParagraphAsInvoiceItemInLedgerfolio);
+
+  // Work codes: the parent codes (not counted in the progress), then the child codes.
+  parentWorkCodes_ = scanStage("work codes", "importTPSWorkCodes", &rsParentWorkCodes, "WorkID",
+                               K::BillingCategory);
+  parentWorkCodes_.onlyNewEntriesApply = parentWorkCodes_.stepsProgress = false;
+  parentWorkCodes_.create = creator(&T::createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio);
+  childWorkCodes_ =
+      scanStage("work codes", "importTPSWorkCodes", &rsChildWorkCodes, "WorkID", K::Workcode);
+  childWorkCodes_.onlyNewEntriesApply = false;
+  childWorkCodes_.create = creator(&T::createNewTPSWorkcodeAsWorkcodeInLedgerfolio);
+
+  invoices_ = scanStage("invoices", "importTPSInvoices", &rsInvoiceQuery, "InvoiceID", K::Invoice);
+  // Intended: invoice 1 is the export's placeholder and never imports.
+  invoices_.rowFilter = [](const SourceRow& row) -> std::optional<std::string> {
+    if (row.key == "1") return "invoice 1 is the export's placeholder";
+    return std::nullopt;
+  };
+  invoices_.progressCaption = "Importing TPS Invoice {} of {}";
+  invoices_.create = creator(&T::createNewTPSInvoiceAsInvoiceInLedgerfolio);
+
+  deposits_ = scanStage("deposits", "importTPSDeposits", &rsPaymentQuery, "PaymentID", K::Deposit);
+  deposits_.progressCaption = "Importing TPS deposit {} of {}";
+  deposits_.keepsPosition = true;
+  deposits_.create = creator(&T::createNewTPSDepositAsDepositInLedgerfolio);
+
+  timeEntries_ =
+      scanStage("time entries", "importTPSTimeEntries", &rsTimeQuery, "TimeID", K::Docket);
+  timeEntries_.progressCaption = "Importing TPS Time Entry {} of {}";
+  timeEntries_.create = [this](const std::string& id, long known) {
+    long docket = known, company = -1, contact = -1;
+    return createNewTPSTimeAsDocketInLedgerfolio(id, docket, company, contact);
+  };
+
+  // Client matching: where each role finds its candidate in the export, and the columns that
+  // describe it to the duplicate finder. In the order of ClientRole.
+  clientCandidates = {{
+      {"getCompanyIDFromTPSClientID",
+       K::CompanyClient,
+       &rsClients,
+       "ClientID",
+       {.companyName = "Name", .clientCode = "ClientCode"},
+       6},
+      {"getContactIDFromTPSClientID",
+       K::ContactClient,
+       &rsClients,
+       "ClientID",
+       {.displayName = "Name", .clientCode = "ClientCode"}},
+      {"getContactIDFromTPSContactID",
+       K::ContactContact,
+       &rsContacts,
+       "autContactID",
+       {.firstName = "strContactFirst", .lastName = "strContactLast"}},
+  }};
+  clientCreators = {
+      .company =
+          [this](const std::string& id, long company) {
+            return createNewTPSClientAsCompanyInLedgerfolio(id, company);
+          },
+      .contact =
+          [this](const std::string& id, long contact, long company, long category) {
+            return createNewTPSClientAsContactInLedgerfolio(id, contact, company, category);
+          },
+      .name = [this](const std::string& id) { return getTPSClientNameFromTPSClientID(id); },
+  };
+}
+
+void clsImportTPSInformation::importTPSClientContacts(const std::string& tpsClientID,
+                                                      long companyID) {
+  if (!validCompanyID(companyID) || !sourceUsable()) return;
+  DatabaseService& source = *sourceDatabase();
+  if (source.findRecord(rsClientContacts, "ClientID", tpsClientID)) {
+    for (; !source.isEOF(rsClientContacts); source.findNext(rsClientContacts)) {
+      const std::string contactKey = readText(source, rsClientContacts, "ContactID");
+      if (contactKey.empty()) continue;
+      const bool primary = readBool(source, rsClientContacts, "Primary");
+      contactsCompany_ = companyID;
+      const KeyResult contact =
+          syncKey(clientContacts_, SourceRow{source, rsClientContacts, contactKey});
+      if (primary && contact.saved) rec::setContactAsDefault(*contact.saved, companyID);
+    }
+  }
+  rec::saveCompanyRTF(companyID);
+  rec::saveCompanyContactRTF(companyID, rec::getDefaultContactIDFromCompanyID(companyID));
+}
+
+// --- Staff ------------------------------------------------------------------------------------
 
 long clsImportTPSInformation::createNewTPSEmployeeAsEmployeeInLedgerfolio(
     const std::string& /*tpsEmployeeID*/, long firmID, long employeeID) {
@@ -183,12 +405,22 @@ long clsImportTPSInformation::createNewTPSEmployeeAsEmployeeInLedgerfolio(
         const std::string contactID = readText(source, rsEmployees, "ContactID");
         const bool hasContact =
             !contactID.empty() && source.findRecord(rsContacts, "ContactID", contactID);
-        const std::string name = readText(source, rsEmployees, "LoginName");
+        // A staff member without a login is named from the person's names, so that the row
+        // exists and the time entries of the staff member point at it.
+        std::string name = readText(source, rsEmployees, "LoginName");
+        if (name.empty() && hasContact)
+          name = joinPresent({readText(source, rsContacts, "FirstName"),
+                              readText(source, rsContacts, "MiddleName"),
+                              readText(source, rsContacts, "LastName")});
 
         bool found = false;
         if (employeeID > 0)
           found = db.findRecord(rsAccountantEmployeeInfo, "ContactID", idText(employeeID));
         if (!found) {
+          if (name.empty()) {
+            skipBecause("no login name and no name of the person");
+            return;
+          }
           const std::string type = G::upperCase(readText(source, rsEmployees, "EmployeeType"));
           const long kind =
               (type == "OWNER" || type == "PARTNER" || type == "PRESIDENT" || type == "CEO") ? 1
@@ -201,9 +433,7 @@ long clsImportTPSInformation::createNewTPSEmployeeAsEmployeeInLedgerfolio(
                           idText(result) + ";");
         if (!row.found()) return;
         if (validCompanyID(firmID)) db.setField(row, "CompanyNum", idText(firmID));
-        putField(db, row, "UserName", readText(source, rsEmployees, "LoginName"));
-        putField(db, row, "EmployeeType", readText(source, rsEmployees, "EmployeeType"));
-        putField(db, row, "SocialInsuranceNumber", readText(source, rsEmployees, "SIN"));
+        writeFields(source, rsEmployees, db, row, kStaffFields);
         if (hasContact) writeSourceContactFields(source, rsContacts, db, row);
         rec::saveEmployeeBusinessRTF(result);
         rec::saveEmployeePersonalRTF(result);
@@ -212,29 +442,6 @@ long clsImportTPSInformation::createNewTPSEmployeeAsEmployeeInLedgerfolio(
 }
 
 // --- Invoice paragraphs and work codes ------------------------------------------------------
-
-void clsImportTPSInformation::importTPSInvoiceParagraphs() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSInvoiceParagraphs", [&] {
-    if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    // The paragraphs are opened with the work codes; a run without them has none to scan.
-    if (!source.isRecordsetOpen(rsParagraphs)) return;
-    scan(source, rsParagraphs, [&] {
-      syncRecord("invoice paragraphs", [&] {
-        const std::string id = readText(source, rsParagraphs, "ParagraphID");
-        if (id.empty()) return SyncOutcome::Skipped;
-        const long known = xref_.getInvoiceItemIDFromTPSParagraphID(id);
-        const long item = createNewTPSParagraphAsInvoiceItemInLedgerfolio(id, known);
-        beforeCrossReference();
-        xref_.saveInvoiceItemIDAndTPSParagraphID(item, id);
-        return outcomeOf(known, item);
-      });
-      stepProgress(showProgress_);
-      pumpEvents(2);
-    });
-  });
-}
 
 long clsImportTPSInformation::createNewTPSParagraphAsInvoiceItemInLedgerfolio(
     const std::string& /*tpsParagraphID*/, long invoiceItemID) {
@@ -246,8 +453,15 @@ long clsImportTPSInformation::createNewTPSParagraphAsInvoiceItemInLedgerfolio(
         DatabaseService& source = *sourceDatabase();
         DatabaseService& db = practice();
         const std::string code = readText(source, rsParagraphs, "ParCode");
+        if (code.empty()) {
+          skipBecause("no paragraph code");
+          return;
+        }
         // Invoice items are kept with the work codes; without them there is no table open.
-        if (code.empty() || !db.isRecordsetOpen(rsCustomInvoiceDockets)) return;
+        if (!db.isRecordsetOpen(rsCustomInvoiceDockets)) {
+          skipBecause("invoice items are written with the work codes");
+          return;
+        }
         long key = -1;
         if (invoiceItemID > 0 &&
             db.findRecord(rsCustomInvoiceDockets, "CustomInvoiceDocketID", idText(invoiceItemID))) {
@@ -260,627 +474,255 @@ long clsImportTPSInformation::createNewTPSParagraphAsInvoiceItemInLedgerfolio(
           db.updateRecord(rsCustomInvoiceDockets);
         }
         result = key;
-        if (db.findRecord(rsCustomInvoiceDockets, "CustomInvoiceDocketID", idText(key))) {
-          db.setField(rsCustomInvoiceDockets, "CustomItemName", code);
-          putField(db, rsCustomInvoiceDockets, "DescriptionClient",
-                   readText(source, rsParagraphs, "Description"));
-        }
+        if (db.findRecord(rsCustomInvoiceDockets, "CustomInvoiceDocketID", idText(key)))
+          writeFields(source, rsParagraphs, db, rsCustomInvoiceDockets, kParagraphFields);
       });
   return result;
-}
-
-void clsImportTPSInformation::importTPSWorkCodes() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSWorkCodes", [&] {
-    if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    scan(source, rsParentWorkCodes, [&] {
-      syncRecord("work codes", [&] {
-        const std::string id = readText(source, rsParentWorkCodes, "WorkID");
-        if (id.empty()) return SyncOutcome::Skipped;
-        const long known = xref_.getBillingCategoryIDFromTPSServiceCategoryID(id);
-        const long category = createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio(id, known);
-        beforeCrossReference();
-        xref_.saveBillingCategoryIDAndTPSServiceCategoryID(category, id);
-        return SyncOutcome::Skipped;
-      });
-      pumpEvents(2);
-    });
-    scan(source, rsChildWorkCodes, [&] {
-      syncRecord("work codes", [&] {
-        const std::string id = readText(source, rsChildWorkCodes, "WorkID");
-        if (id.empty()) return SyncOutcome::Skipped;
-        const long known = xref_.getWorkcodeIDFromTPSWorkcodeID(id);
-        const long workcode = createNewTPSWorkcodeAsWorkcodeInLedgerfolio(id, known);
-        beforeCrossReference();
-        xref_.saveWorkcodeIDAndTPSWorkcodeID(workcode, id);
-        return SyncOutcome::Skipped;
-      });
-      stepProgress(showProgress_);
-      pumpEvents(2);
-    });
-  });
 }
 
 long clsImportTPSInformation::createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio(
     const std::string& /*tpsID*/, long /*billingCategoryID*/) {
   // Intended: parent work codes are not brought across; only a cross-reference row with
   // ID 0 is stored for each.
+  skipBecause("parent work codes are not brought across; the cross-reference keeps 0");
   return 0;
 }
 
 long clsImportTPSInformation::createNewTPSWorkcodeAsWorkcodeInLedgerfolio(
     const std::string& /*tpsID*/, long /*workcodeID*/) {
   long result = -1;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSWorkcodeAsWorkcodeInLedgerfolio",
-            [&] {
-              std::unique_ptr<WorkCodeObject> workCode = makeWorkCodeObject();
-              if (!workCode) return;
-              workCode->setWorkCodeKind(2);
-              workCode->initialize();
-              if (practiceOpen() && options_.useTPSDatabase)
-                workCode->setWorkCodeName(readText(*sourceDatabase(), rsChildWorkCodes, "Name"));
-              // Intended: no work code is created by this source; the cross-reference keeps -1.
-            });
+  procedure(
+      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSWorkcodeAsWorkcodeInLedgerfolio", [&] {
+        std::unique_ptr<WorkCodeObject> workCode = makeWorkCodeObject();
+        if (!workCode) return;
+        workCode->setWorkCodeKind(2);
+        workCode->initialize();
+        if (practiceOpen() && options_.useTPSDatabase)
+          workCode->setWorkCodeName(readText(*sourceDatabase(), rsChildWorkCodes, "Name"));
+        // Intended: no work code is created by this source; the cross-reference keeps -1.
+        skipBecause("work codes are not created from this source; the cross-reference keeps -1");
+      });
   return result;
 }
 
 // --- Clients ----------------------------------------------------------------------------------
 
-long clsImportTPSInformation::getCompanyIDFromTPSClientID(const std::string& tpsClientID,
-                                                          bool& checkFlag, bool& isNew) {
-  long result = -1;
-  isNew = true;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getCompanyIDFromTPSClientID", [&] {
-    pumpEvents(6);
-    result = xref_.getCompanyIDFromTPSClientIDOnly(tpsClientID);
-    if (result != -1) {
-      isNew = false;
-      return;
-    }
-    if (!checkFlag) return;
-    DuplicateFinder& finder = companyFinder();
-    finder.clearSearch();
-    DatabaseService* source = sourceDatabase();
-    if (source != nullptr && source->findRecord(rsClients, "ClientID", tpsClientID)) {
-      const std::string name = readText(*source, rsClients, "Name");
-      const std::string code = readText(*source, rsClients, "ClientCode");
-      if (!name.empty()) finder.setCompanyName(name);
-      if (!code.empty()) finder.setClientCode(code);
-    }
-    for (int mode : {1, 2}) {
-      finder.setSearchMode(mode);
-      finder.runSearch();
-      if (finder.hasAutoMatch()) {
-        result = finder.getAutoMatchID();
-        isNew = false;
-        return;
-      }
-    }
-    askForChosenMatch(finder, result, isNew);
-  });
-  return result;
-}
-
-long clsImportTPSInformation::getContactIDFromTPSClientID(const std::string& tpsClientID,
-                                                          bool& checkFlag, bool& isNew) {
-  long result = -1;
-  isNew = true;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getContactIDFromTPSClientID", [&] {
-    pumpEvents(4);
-    result = xref_.getContactIDFromTPSClientIDOnly(tpsClientID);
-    if (result != -1) {
-      isNew = false;
-      return;
-    }
-    if (!checkFlag) return;
-    DuplicateFinder& finder = contactFinder();
-    finder.clearSearch();
-    DatabaseService* source = sourceDatabase();
-    if (source != nullptr && source->findRecord(rsClients, "ClientID", tpsClientID)) {
-      const std::string name = readText(*source, rsClients, "Name");
-      const std::string code = readText(*source, rsClients, "ClientCode");
-      if (!name.empty()) finder.setDisplayName(name);
-      if (!code.empty()) finder.setClientCode(code);
-    }
-    askForChosenMatch(finder, result, isNew);
-  });
-  return result;
-}
-
-long clsImportTPSInformation::getContactIDFromTPSContactID(const std::string& tpsContactID,
-                                                           bool& checkFlag, bool& isNew) {
-  long result = -1;
-  isNew = true;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getContactIDFromTPSContactID", [&] {
-    pumpEvents(4);
-    result = xref_.getContactIDFromTPSContactIDOnly(tpsContactID);
-    if (result != -1) {
-      isNew = false;
-      return;
-    }
-    if (!checkFlag) return;
-    DuplicateFinder& finder = contactFinder();
-    finder.clearSearch();
-    DatabaseService* source = sourceDatabase();
-    if (source != nullptr && source->findRecord(rsContacts, "autContactID", tpsContactID)) {
-      const std::string first = readText(*source, rsContacts, "strContactFirst");
-      const std::string last = readText(*source, rsContacts, "strContactLast");
-      if (!first.empty()) finder.setFirstName(first);
-      if (!last.empty()) finder.setLastName(last);
-      finder.setDisplayName(joinPresent({first, last}));
-    }
-    askForChosenMatch(finder, result, isNew);
-  });
-  return result;
-}
-
-void clsImportTPSInformation::importTPSBusinessClients() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSBusinessClients", [&] {
-    for (const std::string& key : keysOf(options_.companyCollection)) {
-      if (G::isBlank(key)) continue;
-      syncRecord("business clients", [&] {
-        // Read anew for every key, so a choice in the finder's dialog takes effect at once.
-        bool check = companyFinder().duplicateCheckEnabled();
-        bool isNew = true;
-        long company = getCompanyIDFromTPSClientID(key, check, isNew);
-        if (options_.importOnlyNewEntries && !isNew) return SyncOutcome::Skipped;
-        const bool existed = company != -1;
-        company = createNewTPSClientAsCompanyInLedgerfolio(key, company);
-        beforeCrossReference();
-        xref_.saveCompanyIDAndTPSClientID(company, key);
-        if (validCompanyID(company) && options_.useTPSDatabase && sourceDatabase() != nullptr) {
-          DatabaseService& source = *sourceDatabase();
-          if (source.findRecord(rsClientContacts, "ClientID", key)) {
-            while (!source.isEOF(rsClientContacts)) {
-              const std::string contactKey = readText(source, rsClientContacts, "ContactID");
-              if (!contactKey.empty()) {
-                const bool primary = readBool(source, rsClientContacts, "Primary");
-                const std::int32_t position = source.getPosition(rsClientContacts);
-                bool contactCheck = companyFinder().duplicateCheckEnabled();
-                bool contactIsNew = true;
-                long contact = getContactIDFromTPSContactID(contactKey, contactCheck, contactIsNew);
-                if (!(options_.importOnlyNewEntries && !contactIsNew)) {
-                  contact = createNewTPSContactAsContactInLedgerfolio(contactKey, company, contact);
-                  beforeCrossReference();
-                  xref_.saveContactIDAndTPSContactID(contact, contactKey);
-                  if (primary) rec::setContactAsDefault(contact, company);
-                }
-                source.setPosition(rsClientContacts, position);
-              }
-              source.findNext(rsClientContacts);
-            }
-          }
-          rec::saveCompanyRTF(company);
-          rec::saveCompanyContactRTF(company, rec::getDefaultContactIDFromCompanyID(company));
-        }
-        return outcomeOf(existed ? 1 : -1, company);
-      });
-      stepProgress(showProgress_);
-      pumpEvents(2);
-    }
-  });
-}
-
-void clsImportTPSInformation::importTPSPersonalClients() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSPersonalClients", [&] {
-    long year = currentPersonalYear();
-    const long category = dropDown() != nullptr ? dropDown()->getCategoryForYear(year, "") : -1;
-    for (const std::string& key : keysOf(options_.contactsCollection)) {
-      if (G::isBlank(key)) continue;
-      syncRecord("personal clients", [&] {
-        bool check = companyFinder().duplicateCheckEnabled();
-        bool isNew = true;
-        long contact = getContactIDFromTPSClientID(key, check, isNew);
-        if (options_.importOnlyNewEntries && !isNew) return SyncOutcome::Skipped;
-        const bool existed = contact != -1;
-        contact = createNewTPSClientAsContactInLedgerfolio(key, contact, -1, category);
-        beforeCrossReference();
-        xref_.saveContactIDAndTPSClientID(contact, key);
-        return outcomeOf(existed ? 1 : -1, contact);
-      });
-      stepProgress(showProgress_);
-      pumpEvents(2);
-    }
-  });
-}
-
 long clsImportTPSInformation::createNewTPSClientAsCompanyInLedgerfolio(
     const std::string& tpsClientID, long companyID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsCompanyInLedgerfolio", [&] {
-        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        if (!source.findRecord(rsClients, "ClientID", tpsClientID)) return;
-        auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
-        std::string name = src("Name");
-        if (name.empty()) name = src("PrintAs");
-        if (name.empty()) return;
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
+    std::string name = src("Name");
+    if (name.empty()) name = src("PrintAs");
+    if (name.empty()) return skipBecause("no name");
 
-        long company = -1;
-        if (companyID > 0) {
-          RowAccess existing(
-              db, rsCompanies, "CompanyID", companyID,
-              "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(companyID) + ";");
-          if (existing.found()) company = companyID;
-        }
-        if (company == -1) company = getCompanyIDFromClientDataID(rec::addNewClientDataEntry());
+    // The company found by client matching when it is still there, else a new one.
+    const long company = companyID > 0 && companyRow(db, rsCompanies, companyID).found()
+                             ? companyID
+                             : getCompanyIDFromClientDataID(rec::addNewClientDataEntry());
 
-        long category = options_.importCategory;
-        if (!validCategoryID(category) && dropDown() != nullptr)
-          category = dropDown()->getCurrentCategoryID();
+    long category = options_.importCategory;
+    if (!validCategoryID(category) && dropDown() != nullptr)
+      category = dropDown()->getCurrentCategoryID();
 
-        RowAccess row(db, rsCompanies, "CompanyID", company,
-                      "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(company) + ";");
-        if (row.found()) {
-          db.setField(row, "CategoryNum", idText(category));
-          db.setField(row, "CompanyName", name);
-          const std::string upper = G::upperCase(name);
-          auto holds = [&](const char* word) { return upper.find(word) != std::string::npos; };
-          if (holds(" LTD") || holds(" INC") || holds(" CORP") || holds(" LLC"))
-            db.setField(row, "CompanyType", "1");
-          else if (holds(" LLP"))
-            db.setField(row, "CompanyType", "2");
-          putField(db, row, "IndustryType", src("Industry"));
-          putField(db, row, "ClientID", src("ClientCode"));
-          putField(db, row, "Address", src("Street1"));
-          putField(db, row, "City", src("City1"));
-          putField(db, row, "Province", src("State1"));
-          putField(db, row, "PostalCode", src("Zip1"));
-          putField(db, row, "Country", src("Country1"));
-          putField(db, row, "OfficeNumber",
-                   composeTelephone(src("AreaCode1"), src("Phone1"), src("Ext1")));
-          putField(db, row, "FaxNumber",
-                   composeTelephone(src("AreaCodeFax"), src("Fax"), src("ExtFax")));
-          std::string e1 = src("Email"), e2 = src("Email2"), e3;
-          sortEmailAddresses(e1, e2, e3);
-          putField(db, row, "Email", e1);
-          putField(db, row, "WebSite", src("WebPage"));
+    RowAccess row = companyRow(db, rsCompanies, company);
+    if (row.found()) {
+      db.setField(row, "CategoryNum", idText(category));
+      db.setField(row, "CompanyName", name);
+      const std::string upper = G::upperCase(name);
+      auto holds = [&](const char* word) { return upper.find(word) != std::string::npos; };
+      if (holds(" LTD") || holds(" INC") || holds(" CORP") || holds(" LLC"))
+        db.setField(row, "CompanyType", "1");
+      else if (holds(" LLP"))
+        db.setField(row, "CompanyType", "2");
+      writeFields(source, rsClients, db, row, kCompanyFields);
 
-          std::string note;
-          const std::string second = rec::createAddress(src("Street2"), src("City2"), src("State2"),
-                                                        src("Zip2"), src("Country2"));
-          if (!second.empty()) addNoteItem(note, std::string("TPS 2nd Address:") + kCrLf + second);
-          const std::string phone2 = composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2"));
-          const std::string phone3 = composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3"));
-          const std::string phone4 = composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4"));
-          if (!phone2.empty()) addNoteItem(note, "TPS 2nd Phone Number: " + phone2);
-          // Intended: "3nd" and "4nd" are the note's own words.
-          if (!phone3.empty()) addNoteItem(note, "TPS 3nd Phone Number: " + phone3);
-          if (!phone4.empty()) addNoteItem(note, "TPS 4nd Phone Number: " + phone4);
-          if (!e2.empty()) addNoteItem(note, "2nd Email Address: " + e2);
+      std::string note;
+      const std::string second = rec::createAddress(src("Street2"), src("City2"), src("State2"),
+                                                    src("Zip2"), src("Country2"));
+      if (!second.empty()) addNoteItem(note, std::string("TPS 2nd Address:") + kCrLf + second);
+      const std::string phone2 = composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2"));
+      const std::string phone3 = composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3"));
+      const std::string phone4 = composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4"));
+      if (!phone2.empty()) addNoteItem(note, "TPS 2nd Phone Number: " + phone2);
+      // Intended: "3nd" and "4nd" are the note's own words.
+      if (!phone3.empty()) addNoteItem(note, "TPS 3nd Phone Number: " + phone3);
+      if (!phone4.empty()) addNoteItem(note, "TPS 4nd Phone Number: " + phone4);
+      const std::string email2 = secondEmail({src("Email"), src("Email2"), ""});
+      if (!email2.empty()) addNoteItem(note, "2nd Email Address: " + email2);
 
-          // The client-data block: registration numbers, year end, provincial number, status.
-          const bool needsRecord =
-              dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord;
-          std::string businessNumber, corporationNumber, suffix;
-          bool valid = false;
-          if (!src("BusinessNum").empty())
-            businessNumber = G::parseBusinessNumber(G::trim(src("BusinessNum")), suffix, valid);
-          else if (!src("CorporationNum").empty())
-            corporationNumber = G::parseCorporationNumber(G::trim(src("CorporationNum")));
-          if (!corporationNumber.empty())
-            businessNumber = G::parseBusinessNumber(corporationNumber, suffix, valid);
-          const std::string yearEnd = src("YearEnd");
-          const std::string yearEndDate = validDateText(yearEnd);
-          const std::string inActive = src("InActive");
-          const bool inactive = !inActive.empty() && readBool(source, rsClients, "InActive");
-          if (needsRecord) {
-            // Intended: the suffixes are added whether or not there is a business number.
-            std::string gst, payroll;
-            if (gst.empty()) gst = businessNumber + " RT0001";
-            payroll = businessNumber + " RP0001";
-            if (corporationNumber.empty()) corporationNumber = businessNumber + " RC0001";
-            const long clientData = rec::addNewClientDataEntryForExistingCompany(company);
-            if (validClientID(clientData)) {
-              RowAccess data(db, rsMainBusinessList, "ClientDataID", clientData,
-                             getMainBusinessSQLString(false, 3, clientData));
-              if (data.found()) {
-                putField(db, data, "BusinessNumber", businessNumber);
-                putField(db, data, "GSTNumber", gst);
-                putField(db, data, "PayrollNumber", payroll);
-                putField(db, data, "FederalCorpNumber", corporationNumber);
-                putField(db, data, "YearEndDate", yearEndDate);
-                putField(db, data, "ONCorpNumber", src("ProvTaxNum"));
-                if (!inActive.empty()) db.setField(data, "ActiveStatus", inactive ? "2" : "1");
-              }
-            }
-          } else {
-            if (!businessNumber.empty()) addNoteItem(note, "Business Number: " + businessNumber);
-            if (!corporationNumber.empty())
-              addNoteItem(note, "Corporation Number: " + corporationNumber);
-            if (!yearEndDate.empty())
-              addNoteItem(note,
-                          "Year End: " + formatDate(*DateUtilities::parseDateText(G::trim(yearEnd)),
-                                                    "mmm d, yyyy"));
-            if (!src("ProvTaxNum").empty())
-              addNoteItem(note, "Provincial Tax Number: " + src("ProvTaxNum"));
-            if (!inActive.empty())
-              addNoteItem(note, inactive ? "Active Status: InActive" : "Active Status: Active");
-          }
-          if (!src("OtherNum").empty()) addNoteItem(note, "TPS Other Number: " + src("OtherNum"));
-          if (readBool(source, rsClients, "Prospect")) addNoteItem(note, "Prospective Client: Yes");
-          if (!G::isBlank(note)) {
-            RowAccess notes(
-                db, rsCompaniesNotes, "CompanyNum", company,
-                "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes "
-                "WHERE CompanyNum=" +
-                    idText(company) + ";");
-            if (notes.found()) db.setField(notes, "Notes", rec::convertToRTF(note));
+      // The client-data block: registration numbers, year end, provincial number, status.
+      const bool needsRecord =
+          dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord;
+      std::string businessNumber, corporationNumber, suffix;
+      bool valid = false;
+      if (!src("BusinessNum").empty())
+        businessNumber = G::parseBusinessNumber(G::trim(src("BusinessNum")), suffix, valid);
+      else if (!src("CorporationNum").empty())
+        corporationNumber = G::parseCorporationNumber(G::trim(src("CorporationNum")));
+      if (!corporationNumber.empty())
+        businessNumber = G::parseBusinessNumber(corporationNumber, suffix, valid);
+      const std::string yearEnd = src("YearEnd");
+      const std::string yearEndDate = validDate({yearEnd});
+      const std::string inActive = src("InActive");
+      const bool inactive = !inActive.empty() && readBool(source, rsClients, "InActive");
+      if (needsRecord) {
+        // Intended: the suffixes are added whether or not there is a business number.
+        std::string gst, payroll;
+        if (gst.empty()) gst = businessNumber + " RT0001";
+        payroll = businessNumber + " RP0001";
+        if (corporationNumber.empty()) corporationNumber = businessNumber + " RC0001";
+        const long clientData = rec::addNewClientDataEntryForExistingCompany(company);
+        if (validClientID(clientData)) {
+          RowAccess data(db, rsMainBusinessList, "ClientDataID", clientData,
+                         getMainBusinessSQLString(false, 3, clientData));
+          if (data.found()) {
+            auto put = [&](const char* column, const std::string& value) {
+              if (!G::isBlank(value)) db.setField(data, column, value);
+            };
+            put("BusinessNumber", businessNumber);
+            put("GSTNumber", gst);
+            put("PayrollNumber", payroll);
+            put("FederalCorpNumber", corporationNumber);
+            put("YearEndDate", yearEndDate);
+            put("ONCorpNumber", src("ProvTaxNum"));
+            if (!inActive.empty()) db.setField(data, "ActiveStatus", inactive ? "2" : "1");
           }
         }
-        setProgressCaption(showProgress_, "Synchronizing " + name);
-        refreshData_ = true;
-        result = company;
-      });
-  return result;
+      } else {
+        if (!businessNumber.empty()) addNoteItem(note, "Business Number: " + businessNumber);
+        if (!corporationNumber.empty())
+          addNoteItem(note, "Corporation Number: " + corporationNumber);
+        if (!yearEndDate.empty())
+          addNoteItem(
+              note, "Year End: " +
+                        formatDate(*DateUtilities::parseDateText(G::trim(yearEnd)), "mmm d, yyyy"));
+        if (!src("ProvTaxNum").empty())
+          addNoteItem(note, "Provincial Tax Number: " + src("ProvTaxNum"));
+        if (!inActive.empty())
+          addNoteItem(note, inactive ? "Active Status: InActive" : "Active Status: Active");
+      }
+      if (!src("OtherNum").empty()) addNoteItem(note, "TPS Other Number: " + src("OtherNum"));
+      if (readBool(source, rsClients, "Prospect")) addNoteItem(note, "Prospective Client: Yes");
+      if (!G::isBlank(note)) {
+        RowAccess notes(
+            db, rsCompaniesNotes, "CompanyNum", company,
+            "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes "
+            "WHERE CompanyNum=" +
+                idText(company) + ";");
+        if (notes.found()) db.setField(notes, "Notes", rec::convertToRTF(note));
+      }
+    }
+    setProgressCaption("Synchronizing " + name);
+    setRefreshData(true);
+    return company;
+  };
+  return createFromSourceRow(__func__, rsClients, "ClientID", tpsClientID, -1, create);
 }
 
 long clsImportTPSInformation::createNewTPSClientAsContactInLedgerfolio(
     const std::string& tpsClientID, long contactID, long companyID, long categoryID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSClientAsContactInLedgerfolio", [&] {
-        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        long category = categoryID;
-        if (!validCategoryID(category) && !validCompanyID(companyID)) {
-          if (options_.importOption == 2 && validCategoryID(options_.importCategory)) {
-            category = options_.importCategory;
-          } else if (dropDown() != nullptr) {
-            long year = currentPersonalYear();
-            category = dropDown()->getCategoryForYear(year, "");
-          }
-        }
-        if (!source.findRecord(rsClients, "ClientID", tpsClientID)) return;
-        auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
-        std::string name = joinPresent({src("Title"), src("FirstName"), src("Name")});
-        if (name.empty()) name = src("First");
-        if (name.empty()) return;
-        setProgressCaption(showProgress_, "Synchronizing " + name);
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    long category = categoryID;
+    if (!validCategoryID(category) && !validCompanyID(companyID)) {
+      if (options_.importOption == 2 && validCategoryID(options_.importCategory)) {
+        category = options_.importCategory;
+      } else if (dropDown() != nullptr) {
+        long year = currentPersonalYear();
+        category = dropDown()->getCategoryForYear(year, "");
+      }
+    }
+    auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
+    std::string name = joinPresent({src("Title"), src("FirstName"), src("Name")});
+    if (name.empty()) name = src("First");
+    if (name.empty()) return skipBecause("no name");
+    setProgressCaption("Synchronizing " + name);
 
-        long contact = -1;
-        if (contactID > 0) {
-          RowAccess existing(
-              db, rsTargetContacts, "ContactID", contactID,
-              "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
-          if (existing.found()) contact = contactID;
-        }
-        if (contact == -1) contact = rec::addNewContact(name);
-        if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
-        if (validCategoryID(category)) {
-          rec::addContactLink(contact, category, -1);
-          if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
-            rec::addNewPersonalTaxClientForExistingContact(
-                contact, category, currentPersonalYear(),
-                readBool(source, rsClients, "InActive") ? 2 : 1);
-        }
+    const long contact = contactID > 0 && contactRow(db, rsTargetContacts, contactID).found()
+                             ? contactID
+                             : rec::addNewContact(name);
+    if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
+    if (validCategoryID(category)) {
+      rec::addContactLink(contact, category, -1);
+      if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
+        rec::addNewPersonalTaxClientForExistingContact(
+            contact, category, currentPersonalYear(),
+            readBool(source, rsClients, "InActive") ? 2 : 1);
+    }
 
-        RowAccess row(db, rsTargetContacts, "ContactID", contact,
-                      "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
-        if (row.found()) {
-          putField(db, row, "ClientID", src("ClientCode"));
-          putField(db, row, "BusinessAddress", src("Street1"));
-          putField(db, row, "BusinessCity", src("City1"));
-          putField(db, row, "BusinessProvince", src("State1"));
-          putField(db, row, "BusinessPostalCode", src("Zip1"));
-          putField(db, row, "BusinessCountry", src("Country1"));
-          putField(db, row, "HomeAddress", src("Street2"));
-          putField(db, row, "HomeCity", src("City2"));
-          putField(db, row, "HomeProvince", src("State2"));
-          putField(db, row, "HomePostalCode", src("Zip2"));
-          putField(db, row, "HomeCountry", src("Country2"));
-          putField(db, row, "BusinessPhone_Main",
-                   composeTelephone(src("AreaCode1"), src("Phone1"), src("Ext1")));
-          putField(db, row, "BusinessPhone_Cell",
-                   composeTelephone(src("AreaCode2"), src("Phone2"), src("Ext2")));
-          putField(db, row, "BusinessPhone_Fax",
-                   composeTelephone(src("AreaCodeFax"), src("Fax"), src("ExtFax")));
-          putField(db, row, "HomePhone_Main",
-                   composeTelephone(src("AreaCode3"), src("Phone3"), src("Ext3")));
-          putField(db, row, "HomePhone_Cell",
-                   composeTelephone(src("AreaCode4"), src("Phone4"), src("Ext4")));
-          std::string e1 = src("Email"), e2 = src("Email2"), e3;
-          sortEmailAddresses(e1, e2, e3);
-          putField(db, row, "BusinessEmail", e1);
-          putField(db, row, "PersonalEmail", e2);
-          putField(db, row, "BusinessWebSite", src("WebPage"));
-          putField(db, row, "SocialInsuranceNumber", src("SIN"));
-        }
-        rec::saveContactBusinessRTF(contact);
-        rec::saveContactPersonalRTF(contact);
-        rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
-        refreshData_ = true;
-        result = contact;
-      });
-  return result;
+    RowAccess row = contactRow(db, rsTargetContacts, contact);
+    if (row.found()) writeFields(source, rsClients, db, row, kPersonalClientFields);
+    rec::saveContactBusinessRTF(contact);
+    rec::saveContactPersonalRTF(contact);
+    rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
+    setRefreshData(true);
+    return contact;
+  };
+  return createFromSourceRow(__func__, rsClients, "ClientID", tpsClientID, -1, create);
 }
 
 long clsImportTPSInformation::createNewTPSContactAsContactInLedgerfolio(
     const std::string& tpsContactID, long companyID, long contactID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSContactAsContactInLedgerfolio", [&] {
-        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        if (!source.findRecord(rsContacts, "ContactID", tpsContactID)) return;
-        const std::string name = joinPresent({readText(source, rsContacts, "FirstName"),
-                                              readText(source, rsContacts, "MiddleName"),
-                                              readText(source, rsContacts, "LastName")});
-        long contact = -1;
-        if (contactID > 0) {
-          RowAccess existing(
-              db, rsTargetContacts, "ContactID", contactID,
-              "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
-          if (existing.found()) contact = contactID;
-        }
-        if (contact == -1) contact = rec::addNewContact(name);
-        rec::addContactLink(contact, -1, companyID);
-        RowAccess row(db, rsTargetContacts, "ContactID", contact,
-                      "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contact) + ";");
-        if (row.found()) writeSourceContactFields(source, rsContacts, db, row);
-        rec::saveContactBusinessRTF(contact);
-        rec::saveContactPersonalRTF(contact);
-        result = contact;
-      });
-  return result;
-}
-
-std::string clsImportTPSInformation::getTPSClientNameFromTPSClientID(
-    const std::string& tpsClientID) {
-  std::string result;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSClientNameFromTPSClientID", [&] {
-    DatabaseService* source = sourceDatabase();
-    if (source != nullptr && source->findRecord(rsClients, "ClientID", tpsClientID))
-      result = readText(*source, rsClients, "Name");
-  });
-  return result;
-}
-
-std::string clsImportTPSInformation::getTPSWorkCodeNameFromTPSWorkCodeID(
-    const std::string& tpsWorkCodeID) {
-  std::string result;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-getTPSWorkCodeNameFromTPSWorkCodeID", [&] {
-    DatabaseService* source = sourceDatabase();
-    if (source != nullptr && source->findRecord(rsChildWorkCodes, "WorkID", tpsWorkCodeID))
-      result = readText(*source, rsChildWorkCodes, "Name");
-  });
-  return result;
-}
-
-void clsImportTPSInformation::clientOfSourceRow(const std::string& tpsClientID, long& companyID,
-                                                long& contactID) {
-  bool noCheck = false;
-  bool isNew = true;
-  companyID = getCompanyIDFromTPSClientID(tpsClientID, noCheck, isNew);
-  contactID = getContactIDFromTPSClientID(tpsClientID, noCheck, isNew);
-  if (companyID != -1 || contactID != -1) return;
-  // The client was not selected for import: the user says what it is, and it is made now.
-  MessageBox* box = moduleState().MsgboxClass;
-  const int answer =
-      box != nullptr
-          ? box->ask(getTPSClientNameFromTPSClientID(tpsClientID) + ": Is this a business client?",
-                     kMessageValidation)
-          : kAnswerNo;
-  bool check = companyFinder().duplicateCheckEnabled();
-  if (answer == kAnswerYes) {
-    companyID = getCompanyIDFromTPSClientID(tpsClientID, check, isNew);
-    companyID = createNewTPSClientAsCompanyInLedgerfolio(tpsClientID, companyID);
-    beforeCrossReference();
-    xref_.saveCompanyIDAndTPSClientID(companyID, tpsClientID);
-    contactID = -1;
-  } else {
-    companyID = -1;
-    contactID = getContactIDFromTPSClientID(tpsClientID, check, isNew);
-    contactID = createNewTPSClientAsContactInLedgerfolio(tpsClientID, contactID, -1, -1);
-    beforeCrossReference();
-    xref_.saveContactIDAndTPSClientID(contactID, tpsClientID);
-  }
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    const std::string name = joinPresent({readText(source, rsContacts, "FirstName"),
+                                          readText(source, rsContacts, "MiddleName"),
+                                          readText(source, rsContacts, "LastName")});
+    const long contact = contactID > 0 && contactRow(db, rsTargetContacts, contactID).found()
+                             ? contactID
+                             : rec::addNewContact(name);
+    rec::addContactLink(contact, -1, companyID);
+    RowAccess row = contactRow(db, rsTargetContacts, contact);
+    if (row.found()) writeSourceContactFields(source, rsContacts, db, row);
+    rec::saveContactBusinessRTF(contact);
+    rec::saveContactPersonalRTF(contact);
+    return contact;
+  };
+  return createFromSourceRow(__func__, rsContacts, "ContactID", tpsContactID, -1, create);
 }
 
 // --- Invoices and deposits --------------------------------------------------------------------
 
-void clsImportTPSInformation::importTPSInvoices() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSInvoices", [&] {
-    if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    const long total = source.recordCount(rsInvoiceQuery);
-    long number = 0;
-    scan(source, rsInvoiceQuery, [&] {
-      ++number;
-      setProgressCaption(showProgress_,
-                         fmt::format("Importing TPS Invoice {} of {}", number, total));
-      syncRecord("invoices", [&] {
-        const std::string id = readText(source, rsInvoiceQuery, "InvoiceID");
-        // Intended: invoice 1 is the export's placeholder and never imports.
-        if (id.empty() || id == "1") return SyncOutcome::Skipped;
-        const long known = xref_.getInvoiceIDFromTPSInvoiceID(id);
-        if (options_.importOnlyNewEntries && known >= 0) return SyncOutcome::Skipped;
-        const long invoice = createNewTPSInvoiceAsInvoiceInLedgerfolio(id, known);
-        beforeCrossReference();
-        xref_.saveInvoiceIDAndTPSInvoiceID(invoice, id);
-        return outcomeOf(known, invoice);
-      });
-      stepProgress(showProgress_);
-      pumpEvents(2);
-    });
-  });
-}
-
 long clsImportTPSInformation::createNewTPSInvoiceAsInvoiceInLedgerfolio(
     const std::string& tpsInvoiceID, long invoiceID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSInvoiceAsInvoiceInLedgerfolio", [&] {
-        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        if (!source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID)) return;
-        const std::string client = readText(source, rsInvoices, "ClientID");
-        if (client.empty()) return;
-        long company = -1, contact = -1;
-        clientOfSourceRow(client, company, contact);
-        // The question may have moved the Clients cursor; the invoice row is found again.
-        source.findRecord(rsInvoices, "InvoiceID", tpsInvoiceID);
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    long company = -1, contact = -1;
+    if (!clientOfRecord(rsInvoices, "InvoiceID", tpsInvoiceID, "ClientID", company, contact))
+      return -1;
+    const long invoice = clientRowOf(db, rsTargetInvoices, "InvoiceID", invoiceID, practiceFirmID(),
+                                     company, contact);
+    if (invoice == -1) return -1;
+    const std::int32_t rs = rsTargetInvoices;
+    writeFields(source, rsInvoices, db, rs, kInvoiceFields);
 
-        long invoice = -1;
-        if (invoiceID > 0 && db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoiceID))) {
-          invoice = invoiceID;
-        } else {
-          db.addNewRecord(rsTargetInvoices);
-          db.setNewField(rsTargetInvoices, "CompanyIDNum", idText(company));
-          db.setNewField(rsTargetInvoices, "ContactIDNum", idText(contact));
-          db.updateRecord(rsTargetInvoices);
-          invoice = static_cast<long>(db.getField(rsTargetInvoices, "InvoiceID").toLong());
-        }
-        if (!db.findRecord(rsTargetInvoices, "InvoiceID", idText(invoice))) return;
-        const std::int32_t rs = rsTargetInvoices;
-        db.setField(rs, "FirmIDNum", idText(practiceFirmID_));
-        db.setField(rs, "CompanyIDNum", idText(company));
-        db.setField(rs, "ContactIDNum", idText(contact));
-        putField(db, rs, "InvoiceNum", readText(source, rsInvoices, "InvoiceNum"));
-        const std::string billDate = readText(source, rsInvoices, "BillDate");
-        putField(db, rs, "InvoiceDate", billDate);
-        putField(db, rs, "InvoiceDueDate", billDate);
+    const float subtotal = parseSourceMoney(readText(source, rsInvoices, "Amount"));
+    const float taxes = parseSourceMoney(readText(source, rsInvoices, "Tax1")) +
+                        parseSourceMoney(readText(source, rsInvoices, "Tax2")) +
+                        parseSourceMoney(readText(source, rsInvoices, "Tax3"));
+    const float withTaxes = subtotal + taxes;
+    db.setField(rs, "UseAdjustedAmount", "True");
+    for (const char* amounts : {"InvoiceAdjustedAmount", "InvoiceFinalAmount"}) {
+      const std::string a(amounts);
+      db.setField(rs, a + "SubTotal", numberText(subtotal));
+      db.setField(rs, a + "TaxDetailID", "-1");
+      db.setField(rs, a + "Taxes", numberText(taxes));
+      db.setField(rs, a + "WithTaxes", numberText(withTaxes));
+    }
+    db.setField(rs, "InvoiceDiffAmount", "0");
 
-        const float subtotal = parseSourceMoney(readText(source, rsInvoices, "Amount"));
-        const float taxes = parseSourceMoney(readText(source, rsInvoices, "Tax1")) +
-                            parseSourceMoney(readText(source, rsInvoices, "Tax2")) +
-                            parseSourceMoney(readText(source, rsInvoices, "Tax3"));
-        const float withTaxes = subtotal + taxes;
-        db.setField(rs, "UseAdjustedAmount", "True");
-        db.setField(rs, "InvoiceAdjustedAmountSubTotal", numberText(subtotal));
-        db.setField(rs, "InvoiceAdjustedAmountTaxDetailID", "-1");
-        db.setField(rs, "InvoiceAdjustedAmountTaxes", numberText(taxes));
-        db.setField(rs, "InvoiceAdjustedAmountWithTaxes", numberText(withTaxes));
-        db.setField(rs, "InvoiceFinalAmountSubTotal", numberText(subtotal));
-        db.setField(rs, "InvoiceFinalAmountTaxDetailID", "-1");
-        db.setField(rs, "InvoiceFinalAmountTaxes", numberText(taxes));
-        db.setField(rs, "InvoiceFinalAmountWithTaxes", numberText(withTaxes));
-        db.setField(rs, "InvoiceDiffAmount", "0");
-
-        double paid = 0;
-        if (source.findRecord(rsPayments, "InvoiceID", tpsInvoiceID)) {
-          while (!source.isEOF(rsPayments)) {
-            paid += parseSourceMoney(readText(source, rsPayments, "Amount"));
-            source.findNext(rsPayments);
-          }
-        }
-        db.setField(rs, "InvoicePaid", withTaxes <= paid ? "True" : "False");
-        db.setField(rs, "InvoiceAmountPaid", numberText(paid));
-        db.setField(rs, "DepositTotals", numberText(paid));
-        // Intended: invoices of the source count as settled in the receivables.
-        db.setField(rs, "ARBalance", "0");
-        result = invoice;
-      });
-  return result;
+    double paid = 0;
+    if (source.findRecord(rsPayments, "InvoiceID", tpsInvoiceID)) {
+      while (!source.isEOF(rsPayments)) {
+        paid += parseSourceMoney(readText(source, rsPayments, "Amount"));
+        source.findNext(rsPayments);
+      }
+    }
+    db.setField(rs, "InvoicePaid", withTaxes <= paid ? "True" : "False");
+    db.setField(rs, "InvoiceAmountPaid", numberText(paid));
+    db.setField(rs, "DepositTotals", numberText(paid));
+    // Intended: invoices of the source count as settled in the receivables.
+    db.setField(rs, "ARBalance", "0");
+    return invoice;
+  };
+  return createFromSourceRow(__func__, rsInvoices, "InvoiceID", tpsInvoiceID, -1, create);
 }
 
 void clsImportTPSInformation::adjustInvoiceAmount(long invoiceID, double adjustment) {
@@ -903,145 +745,61 @@ void clsImportTPSInformation::adjustInvoiceAmount(long invoiceID, double adjustm
   });
 }
 
-void clsImportTPSInformation::importTPSDeposits() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSDeposits", [&] {
-    if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    const long total = source.recordCount(rsPaymentQuery);
-    long number = 0;
-    scan(source, rsPaymentQuery, [&] {
-      ++number;
-      setProgressCaption(showProgress_,
-                         fmt::format("Importing TPS deposit {} of {}", number, total));
-      syncRecord("deposits", [&] {
-        const std::string id = readText(source, rsPaymentQuery, "PaymentID");
-        if (id.empty()) return SyncOutcome::Skipped;
-        const long known = xref_.getDepositIDFromTPSDepositID(id);
-        if (options_.importOnlyNewEntries && known != -1) return SyncOutcome::Skipped;
-        const std::int32_t position = source.getPosition(rsPaymentQuery);
-        const long deposit = createNewTPSDepositAsDepositInLedgerfolio(id, known);
-        source.setPosition(rsPaymentQuery, position);
-        beforeCrossReference();
-        xref_.saveDepositIDAndTPSDepositID(deposit, id);
-        return outcomeOf(known, deposit);
-      });
-      stepProgress(showProgress_);
-      pumpEvents(2);
-    });
-  });
-}
-
 long clsImportTPSInformation::createNewTPSDepositAsDepositInLedgerfolio(
     const std::string& tpsPaymentID, long depositID) {
-  long result = -1;
-  procedure(
-      "Ledgerfolio.exe-clsImportTPSInformation-createNewTPSDepositAsDepositInLedgerfolio", [&] {
-        if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-        DatabaseService& source = *sourceDatabase();
-        DatabaseService& db = practice();
-        // Only added to, never searched: the statement selects no row, so that opening it does
-        // not read the whole table for every deposit.
-        RecordsetScope payments(db,
-                                "SELECT DepositPayments.* From DepositPayments WHERE "
-                                "DepositPayments.DepositID=-1;",
-                                kLockOptimistic);
-        if (!source.findRecord(rsPayments, "PaymentID", tpsPaymentID)) return;
-        const std::string client = readText(source, rsPayments, "ClientID");
-        const std::string sourceInvoice = readText(source, rsPayments, "InvoiceID");
-        const long invoice =
-            sourceInvoice.empty() ? -1 : xref_.getInvoiceIDFromTPSInvoiceID(sourceInvoice);
-        if (client.empty()) return;
-        long company = -1, contact = -1;
-        clientOfSourceRow(client, company, contact);
-        source.findRecord(rsPayments, "PaymentID", tpsPaymentID);
+  auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
+    // Only added to, never searched: the statement selects no row, so that opening it does
+    // not read the whole table for every deposit.
+    RecordsetScope payments(db,
+                            "SELECT DepositPayments.* From DepositPayments WHERE "
+                            "DepositPayments.DepositID=-1;",
+                            kLockOptimistic);
+    const std::string sourceInvoice = readText(source, rsPayments, "InvoiceID");
+    const long invoice =
+        sourceInvoice.empty() ? -1 : crossReferences().getInvoiceIDFromTPSInvoiceID(sourceInvoice);
+    long company = -1, contact = -1;
+    if (!clientOfRecord(rsPayments, "PaymentID", tpsPaymentID, "ClientID", company, contact))
+      return -1;
+    const long deposit = clientRowOf(db, rsDeposits, "DepositID", depositID, practiceFirmID(),
+                                     company, contact, {{"TotalAmount", "0"}});
+    if (deposit == -1) return -1;
+    const float amount = parseSourceMoney(readText(source, rsPayments, "Amount"));
+    db.setField(rsDeposits, "DateCreated", Date::now().toIso());
+    db.setField(rsDeposits, "TotalAmount", numberText(amount));
+    writeFields(source, rsPayments, db, rsDeposits, kDepositFields);
 
-        long deposit = -1;
-        if (depositID > 0 && db.findRecord(rsDeposits, "DepositID", idText(depositID))) {
-          deposit = depositID;
-        } else {
-          db.addNewRecord(rsDeposits);
-          db.setNewField(rsDeposits, "CompanyIDNum", idText(company));
-          db.setNewField(rsDeposits, "ContactIDNum", idText(contact));
-          db.setNewField(rsDeposits, "TotalAmount", "0");
-          db.updateRecord(rsDeposits);
-          deposit = static_cast<long>(db.getField(rsDeposits, "DepositID").toLong());
-        }
-        if (!db.findRecord(rsDeposits, "DepositID", idText(deposit))) return;
-        const float amount = parseSourceMoney(readText(source, rsPayments, "Amount"));
-        const std::string payDate = readText(source, rsPayments, "PayDate");
-        db.setField(rsDeposits, "FirmIDNum", idText(practiceFirmID_));
-        db.setField(rsDeposits, "CompanyIDNum", idText(company));
-        db.setField(rsDeposits, "ContactIDNum", idText(contact));
-        db.setField(rsDeposits, "DateCreated", Date::now().toIso());
-        putField(db, rsDeposits, "DateReceived", payDate);
-        putField(db, rsDeposits, "DateDeposited", payDate);
-        db.setField(rsDeposits, "TotalAmount", numberText(amount));
-        putField(db, rsDeposits, "Notes", G::trim(readText(source, rsPayments, "Description")));
-
-        // Intended: a re-run that rewrites the deposit adds a further payment row.
-        db.addNewRecord(payments);
-        db.setNewField(payments, "DepositIDNum", idText(deposit));
-        db.setNewField(payments, "InvoiceIDNum", idText(invoice));
-        db.setNewField(payments, "Amount", numberText(amount));
-        db.updateRecord(payments);
-        result = deposit;
-      });
-  return result;
+    // Intended: a re-run that rewrites the deposit adds a further payment row.
+    db.addNewRecord(payments);
+    db.setNewField(payments, "DepositIDNum", idText(deposit));
+    db.setNewField(payments, "InvoiceIDNum", idText(invoice));
+    db.setNewField(payments, "Amount", numberText(amount));
+    db.updateRecord(payments);
+    return deposit;
+  };
+  return createFromSourceRow(__func__, rsPayments, "PaymentID", tpsPaymentID, -1, create);
 }
 
 // --- Time entries -----------------------------------------------------------------------------
 
-void clsImportTPSInformation::importTPSTimeEntries() {
-  StageCommit commit(*this);
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-importTPSTimeEntries", [&] {
-    if (!options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    const long total = source.recordCount(rsTimeQuery);
-    long number = 0;
-    scan(source, rsTimeQuery, [&] {
-      ++number;
-      setProgressCaption(showProgress_,
-                         fmt::format("Importing TPS Time Entry {} of {}", number, total));
-      syncRecord("time entries", [&] {
-        const std::string id = readText(source, rsTimeQuery, "TimeID");
-        if (id.empty()) return SyncOutcome::Skipped;
-        long docket = xref_.getDocketIDFromTPSTimeID(id);
-        if (options_.importOnlyNewEntries && docket != -1) return SyncOutcome::Skipped;
-        const long known = docket;
-        long company = -1, contact = -1;
-        docket = createNewTPSTimeAsDocketInLedgerfolio(id, docket, company, contact);
-        beforeCrossReference();
-        xref_.saveDocketIDAndTPSTimeID(docket, id);
-        return outcomeOf(known, docket);
-      });
-      stepProgress(showProgress_);
-      pumpEvents(2);
-    });
-  });
-}
-
 long clsImportTPSInformation::createNewTPSTimeAsDocketInLedgerfolio(const std::string& tpsTimeID,
                                                                     long& docketID, long& companyID,
                                                                     long& contactID) {
-  long result = docketID;
-  procedure("Ledgerfolio.exe-clsImportTPSInformation-createNewTPSTimeAsDocketInLedgerfolio", [&] {
-    if (!practiceOpen() || !options_.useTPSDatabase || sourceDatabase() == nullptr) return;
-    DatabaseService& source = *sourceDatabase();
-    if (!source.findRecord(rsTimes, "TimeID", tpsTimeID)) return;
+  auto create = [&](DatabaseService& source, DatabaseService&) -> long {
     auto src = [&](std::string_view f) { return readText(source, rsTimes, f); };
-    const std::string client = src("ClientID");
     const std::string employee = src("EmployeeID");
-    if (client.empty() || employee.empty()) return;
-    const long user = xref_.getEmployeeIDFromTPSEmployeeID(employee);
-    clientOfSourceRow(client, companyID, contactID);
-    source.findRecord(rsTimes, "TimeID", tpsTimeID);
+    if (employee.empty()) {
+      skipBecause("no staff member");
+      return docketID;
+    }
+    if (!clientOfRecord(rsTimes, "TimeID", tpsTimeID, "ClientID", companyID, contactID))
+      return docketID;
+    const long user = crossReferences().getEmployeeIDFromTPSEmployeeID(employee);
 
     std::unique_ptr<DocketObject> docket = makeDocketObject();
-    if (!docket) return;
+    if (!docket) return docketID;
     if (docketID <= 0 || !docket->loadDocket(docketID)) docket->newDocket();
     docket->setUserIDNum(user);
-    docket->setFirmIDNum(practiceFirmID_);
+    docket->setFirmIDNum(practiceFirmID());
     docket->setCompanyIDNum(companyID);
     docket->setContactIDNum(contactID);
     docket->setBillToCompanyIDNum(companyID);
@@ -1057,7 +815,7 @@ long clsImportTPSInformation::createNewTPSTimeAsDocketInLedgerfolio(const std::s
     const bool billed = !sourceInvoice.empty();
     if (billed) {
       docket->setInvoiced(true);
-      const long found = xref_.getInvoiceIDFromTPSInvoiceID(sourceInvoice);
+      const long found = crossReferences().getInvoiceIDFromTPSInvoiceID(sourceInvoice);
       if (validInvoiceID(found)) invoice = found;
     }
     long status = 0;
@@ -1077,11 +835,11 @@ long clsImportTPSInformation::createNewTPSTimeAsDocketInLedgerfolio(const std::s
     const float mark = parseSourceMoney(src("Mark"));
     if (mark > 0) docket->setAdjustmentUp(mark);
     if (mark < 0) docket->setAdjustmentDown(-mark);
-    result = docket->saveDocket();
-    docketID = result;
-    if (invoice != -1) createNewTPSTimeAsInvoiceDocketInLedgerfolio(result, invoice);
-  });
-  return result;
+    docketID = docket->saveDocket();
+    if (invoice != -1) createNewTPSTimeAsInvoiceDocketInLedgerfolio(docketID, invoice);
+    return docketID;
+  };
+  return createFromSourceRow(__func__, rsTimes, "TimeID", tpsTimeID, docketID, create);
 }
 
 void clsImportTPSInformation::createNewTPSTimeAsInvoiceDocketInLedgerfolio(long docketID,

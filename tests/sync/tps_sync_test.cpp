@@ -1,16 +1,16 @@
 // Tests of the TPS sync engine and its stages, on a fresh practice database and a small TPS
 // export built by each test.
 #include <sqlite3.h>
-
 #include <unistd.h>
 
 #include <atomic>
-#include <fstream>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
 #include "host/progress_dialog.hpp"
+#include "host/run_report.hpp"
 #include "sync/cls_import_tps_information.hpp"
 #include "tests/test_support.hpp"
 
@@ -186,9 +186,9 @@ TEST_F(TPSSyncTest, TimeQueryTakesEveryRangeFormAndTheWorkInProgressClause) {
   EXPECT_EQ(engine->getTPSTimeQuery(), base + " WHERE (Times.Start <= #" + start + "#);");
   o.mvarTimeEntriesSynchDateRangeType = 3;
   o.importOnlyWIPTimeEntries = true;
-  EXPECT_EQ(engine->getTPSTimeQuery(),
-            base + " WHERE (Times.Start >= #" + start + "# And Times.Start <= #" + end +
-                "#) AND (Times.Status=0 Or Times.Status=1);");
+  EXPECT_EQ(engine->getTPSTimeQuery(), base + " WHERE (Times.Start >= #" + start +
+                                           "# And Times.Start <= #" + end +
+                                           "#) AND (Times.Status=0 Or Times.Status=1);");
   o.mvarTimeEntriesSynchDateRangeType = 7;  // never produced by the wizard: a broken statement
   EXPECT_EQ(engine->getTPSTimeQuery(), base + " AND (Times.Status=0 Or Times.Status=1);");
   o.mvarUseTimeEntryDateRange = false;
@@ -209,10 +209,12 @@ TEST_F(TPSSyncTest, DepositsShareTheInvoicesDateRange) {
   const std::string e = db->formatDateForSql(o.mvarInvoicesSynchEndRange);
   EXPECT_EQ(engine->getTPSInvoicesQuery(),
             "SELECT Invoices.InvoiceID, Invoices.BillDate FROM Invoices WHERE (Invoices.BillDate "
-            ">= #" + s + "# And Invoices.BillDate <= #" + e + "#);");
+            ">= #" +
+                s + "# And Invoices.BillDate <= #" + e + "#);");
   EXPECT_EQ(engine->getTPSDepositQuery(),
             "SELECT Payments.PaymentID, Payments.PayDate FROM Payments WHERE (Payments.PayDate >= "
-            "#" + s + "# And Payments.PayDate <= #" + e + "#);");
+            "#" +
+                s + "# And Payments.PayDate <= #" + e + "#);");
   o.mvarUseInvoiceDateRange = false;
   EXPECT_EQ(engine->getTPSDepositQuery(),
             "SELECT Payments.PaymentID, Payments.PayDate FROM Payments;");
@@ -270,7 +272,8 @@ TEST_F(TPSSyncTest, NothingRunsUnderProgressWhenAllGroupsAreOff) {
 TEST_F(TPSSyncTest, SecondRunOnOneEngineReopensTheRecordsetsAndAddsNothing) {
   addClient("101", "Name, ClientCode", "'Northwind Trading LTD', 'NOR001'");
   addClient("104", "Name, FirstName, SIN", "'Jane Smith', 'Jane', '900 100 104'");
-  exportFile.exec("INSERT INTO Invoices VALUES (2, 104, '1002', '2024-03-31', '50', NULL, NULL, NULL);");
+  exportFile.exec(
+      "INSERT INTO Invoices VALUES (2, 104, '1002', '2024-03-31', '50', NULL, NULL, NULL);");
   auto engine = makeEngine();
   engine->options().companyCollection.addRow({Variant::text("101")});
   engine->options().contactsCollection.addRow({Variant::text("104")});
@@ -341,7 +344,8 @@ TEST_F(TPSSyncTest, CompanyTypeFollowsTheLegalFormAfterABlank) {
   addClient("4", "Name", "'Sunrise Bakery Ltd,'");
   addClient("5", "Name, PrintAs", "NULL, '  '");
   auto engine = makeEngine();
-  for (const char* id : {"1", "2", "3", "4", "5"}) engine->options().companyCollection.addRow({Variant::text(id)});
+  for (const char* id : {"1", "2", "3", "4", "5"})
+    engine->options().companyCollection.addRow({Variant::text(id)});
   engine->importTPSInformation();
   auto type = [&](const std::string& name) {
     return value("SELECT Companies.* FROM Companies WHERE CompanyName = '" + name + "';",
@@ -362,12 +366,15 @@ TEST_F(TPSSyncTest, BusinessNumbersTakeTheProgramSuffixesEvenWhenAbsent) {
             "'Numbered Ltd', '111222333', 'June 30, 2024', '4455667'");
   addClient("3", "Name, YearEnd", "'Dateless Inc', 'sometime'");
   auto engine = makeEngine();
-  for (const char* id : {"1", "2", "3"}) engine->options().companyCollection.addRow({Variant::text(id)});
+  for (const char* id : {"1", "2", "3"})
+    engine->options().companyCollection.addRow({Variant::text(id)});
   engine->importTPSInformation();
   auto data = [&](const std::string& name, const std::string& column) {
-    return value("SELECT ClientData.* FROM ClientData INNER JOIN Companies ON "
-                 "Companies.CompanyID = ClientData.CompanyIDNum WHERE CompanyName = '" + name + "';",
-                 column);
+    return value(
+        "SELECT ClientData.* FROM ClientData INNER JOIN Companies ON "
+        "Companies.CompanyID = ClientData.CompanyIDNum WHERE CompanyName = '" +
+            name + "';",
+        column);
   };
   EXPECT_EQ(data("Bare Holdings", "GSTNumber").toString(), " RT0001");
   EXPECT_EQ(data("Bare Holdings", "PayrollNumber").toString(), " RP0001");
@@ -383,8 +390,7 @@ TEST_F(TPSSyncTest, BusinessNumbersTakeTheProgramSuffixesEvenWhenAbsent) {
 }
 
 TEST_F(TPSSyncTest, CompanyNotesKeepTheirOwnOrdinals) {
-  addClient("1",
-            "Name, Street2, City2, AreaCode3, Phone3, Phone4, Ext4, Email, OtherNum, Prospect",
+  addClient("1", "Name, Street2, City2, AreaCode3, Phone3, Phone4, Ext4, Email, OtherNum, Prospect",
             "'Northwind LTD', 'PO Box 77', 'Toronto', '647', '5550130', '5550131', '4', "
             "'info@northwind.example', 'Lease 7', 1");
   auto engine = makeEngine();
@@ -415,7 +421,8 @@ TEST_F(TPSSyncTest, BusinessContactsAreLinkedAndThePrimaryIsTheDefault) {
             "Gord Pike");
   EXPECT_EQ(text("SELECT Contacts.* FROM Contacts WHERE LastName = 'Pike';", "BusinessEmail"),
             "g@x.example");
-  EXPECT_TRUE(value("SELECT Contacts.* FROM Contacts WHERE LastName = 'Pike';", "Birthday").isNull());
+  EXPECT_TRUE(
+      value("SELECT Contacts.* FROM Contacts WHERE LastName = 'Pike';", "Birthday").isNull());
   EXPECT_EQ(value("SELECT ContactLinks.* FROM ContactLinks INNER JOIN Contacts ON "
                   "Contacts.ContactID = ContactLinks.ContactIDNum WHERE LastName = 'Marsh' AND "
                   "ContactLinks.CompanyNum > 0;",
@@ -432,7 +439,8 @@ TEST_F(TPSSyncTest, InvoicesParseMoneySkipIdOneAndCountAsSettled) {
       " (2, 101, '1002', '2024-03-31', '$1,250.00', '$162.50', '0', NULL),"
       " (3, 101, '1003', '2024-04-15', '$100.00', NULL, NULL, NULL);"
       "INSERT INTO Payments VALUES (1, '2024-04-20', 101, 2, '$1,412.50', 'Cheque'),"
-      " (2, '2024-05-01', 101, 3, '$50.00', 'Part'), (3, '2024-05-02', 101, 3, '($12.50)', 'Discount'),"
+      " (2, '2024-05-01', 101, 3, '$50.00', 'Part'), (3, '2024-05-02', 101, 3, '($12.50)', "
+      "'Discount'),"
       " (4, '2024-05-03', 101, 3, 'no amount', '  Unreadable  ');");
   auto engine = makeEngine();
   engine->options().companyCollection.addRow({Variant::text("101")});
@@ -485,7 +493,8 @@ TEST_F(TPSSyncTest, ClientNotSelectedIsAskedAboutAndCreatedOnTheSpot) {
   EXPECT_EQ(messages.asked[0].text, "Sunrise Bakery Ltd,: Is this a business client?");
   EXPECT_EQ(messages.asked[0].kind, 3);
   EXPECT_EQ(messages.asked[1].text, "Robert Chen: Is this a business client?");
-  EXPECT_EQ(count("SELECT Companies.* FROM Companies WHERE CompanyName = 'Sunrise Bakery Ltd,';"), 1);
+  EXPECT_EQ(count("SELECT Companies.* FROM Companies WHERE CompanyName = 'Sunrise Bakery Ltd,';"),
+            1);
   EXPECT_EQ(count("SELECT Invoices.* FROM Invoices WHERE ContactIDNum > 0;"), 1);
   EXPECT_EQ(count("SELECT TPSClients.* FROM TPSClients;"), 2);
 }
@@ -505,7 +514,8 @@ TEST_F(TPSSyncTest, TimeEntriesBecomeDocketsAndBilledOnesInvoiceDockets) {
   engine->options().companyCollection.addRow({Variant::text("101")});
   engine->importTPSInformation();
   ASSERT_EQ(count("SELECT Dockets.* FROM Dockets;"), 3);
-  const std::string billed = "SELECT Dockets.* FROM Dockets WHERE TextBody = 'Monthly bookkeeping';";
+  const std::string billed =
+      "SELECT Dockets.* FROM Dockets WHERE TextBody = 'Monthly bookkeeping';";
   EXPECT_EQ(text(billed, "Subject"), "Bookkeeping");
   EXPECT_DOUBLE_EQ(value(billed, "TotalTimeReal").toDouble(), 1.5);
   EXPECT_EQ(value(billed, "TimeTo").toDate()->toIso(), "2024-03-04 10:30:00");
@@ -579,13 +589,95 @@ TEST_F(TPSSyncTest, PersonalClientsJoinTheYearsTaxCategory) {
   auto engine = makeEngine();
   engine->options().contactsCollection.addRow({Variant::text("104")});
   engine->importTPSInformation();
-  const std::string sql = "SELECT Contacts.* FROM Contacts WHERE SocialInsuranceNumber = '900 100 104';";
+  const std::string sql =
+      "SELECT Contacts.* FROM Contacts WHERE SocialInsuranceNumber = '900 100 104';";
   EXPECT_EQ(text(sql, "FirstName"), "Jane");
   EXPECT_EQ(text(sql, "BusinessEmail"), "jsmith@work.example");
   EXPECT_EQ(text(sql, "PersonalEmail"), "jsmith@work.example");
-  EXPECT_EQ(value("SELECT PersonalTaxStatus.* FROM PersonalTaxStatus;", "ActiveStatus").toLong(), 2);
+  EXPECT_EQ(value("SELECT PersonalTaxStatus.* FROM PersonalTaxStatus;", "ActiveStatus").toLong(),
+            2);
   EXPECT_EQ(value("SELECT PersonalTaxStatus.* FROM PersonalTaxStatus;", "TaxYear").toLong(),
             locale->getCurrentPersonalYear());
+}
+
+// Runs the sync with the client as the one business client, counting into the report.
+void syncWithReport(clsImportTPSInformation& engine, const char* client, RunReport& report) {
+  engine.setRunReport(&report);
+  engine.options().companyCollection.addRow({Variant::text(client)});
+  engine.importTPSInformation();
+}
+
+TEST_F(TPSSyncTest, StaffWithoutLoginIsNamedFromThePersonAndOwnsItsTimeEntries) {
+  addClient("101", "Name", "'Northwind Trading LTD'");
+  exportFile.exec(
+      "INSERT INTO Contacts (ContactID, autContactID, FirstName, LastName) VALUES "
+      "(5, 5, 'Mira', 'Okafor');"
+      "INSERT INTO Employees VALUES (5, 5, 'Staff', NULL, 1, NULL), (6, NULL, 'Staff', '  ', 1, "
+      "NULL);"
+      "INSERT INTO Times (TimeID, ClientID, EmployeeID, Start, Minute, Description) VALUES "
+      "(1, 101, 5, '2024-03-04 09:00:00', 30, 'Filing');");
+  RunReport report;
+  syncWithReport(*makeEngine(), "101", report);
+  const long staff =
+      value(
+          "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE LastName = "
+          "'Okafor';",
+          "ContactID")
+          .toLong();
+  ASSERT_GT(staff, 0);
+  EXPECT_EQ(value("SELECT TPSUserEntries.* FROM TPSUserEntries WHERE TPSUserID = 5;", "UserIDNum")
+                .toLong(),
+            staff);
+  EXPECT_EQ(value("SELECT Dockets.* FROM Dockets;", "UserIDNum").toLong(), staff);
+  // Neither a login nor a person to name the staff member after: said so in the report.
+  EXPECT_EQ(report.stage("staff").created, 1);
+  EXPECT_EQ(report.stage("staff").skipReasons.at("no login name and no name of the person"), 1);
+}
+
+TEST_F(TPSSyncTest, ReportExplainsEveryRowItReadAndShowsStagesThatFoundNothing) {
+  addClient("101", "Name", "'Northwind Trading LTD'");
+  exportFile.exec(
+      "INSERT INTO Employees VALUES (3, NULL, 'Staff', 'praman', 1, NULL);"
+      "INSERT INTO WorkCodes VALUES (1, 'Accounting', NULL), (10, 'Bookkeeping', 1);"
+      "INSERT INTO Invoices VALUES (1, 101, '0001', '2024-01-02', '$0.00', NULL, NULL, NULL),"
+      " (2, NULL, '1002', '2024-03-31', '$10.00', NULL, NULL, NULL);"
+      "INSERT INTO Times (TimeID, ClientID, EmployeeID, Start, Minute, Description) VALUES"
+      " (1, NULL, 3, '2024-03-06 10:00:00', 15, 'No client'),"
+      " (2, 101, NULL, '2024-03-06 11:00:00', 15, 'No staff'),"
+      " (3, 101, 3, '2024-03-06 12:00:00', 15, 'Filing');");
+  RunReport report;
+  syncWithReport(*makeEngine(), "101", report);
+
+  const nlohmann::json stages = report.toJson().at("stages");
+  std::vector<std::string> names;
+  for (const nlohmann::json& stage : stages) {
+    names.push_back(stage.at("stage"));
+    long skipped = 0, failed = 0;
+    for (const auto& [reason, rows] : stage.at("skippedBecause").items())
+      skipped += rows.get<long>();
+    for (const auto& [reason, rows] : stage.at("failedBecause").items()) failed += rows.get<long>();
+    EXPECT_EQ(skipped, stage.at("skipped")) << stage.at("stage");
+    EXPECT_EQ(failed, stage.at("failed")) << stage.at("stage");
+    EXPECT_EQ(stage.at("read"),
+              stage.at("created").get<long>() + stage.at("updated").get<long>() + skipped + failed)
+        << stage.at("stage");
+  }
+  // The paragraphs stage ran and found nothing: it is there with read 0.
+  EXPECT_EQ(names, (std::vector<std::string>{"staff", "business clients", "personal clients",
+                                             "invoice paragraphs", "work codes", "invoices",
+                                             "deposits", "time entries"}));
+  EXPECT_EQ(report.stage("invoice paragraphs").read, 0);
+  const StageCounters& codes = report.stage("work codes");
+  EXPECT_EQ(codes.read, 2);
+  EXPECT_EQ(codes.created, 0);
+  EXPECT_EQ(codes.skipReasons.size(), 2u);  // parents and children, each with its own reason
+  const StageCounters& invoices = report.stage("invoices");
+  EXPECT_EQ(invoices.skipReasons.at("invoice 1 is the export's placeholder"), 1);
+  EXPECT_EQ(invoices.skipReasons.at("no client"), 1);
+  const StageCounters& times = report.stage("time entries");
+  EXPECT_EQ(times.skipReasons.at("no client"), 1);
+  EXPECT_EQ(times.skipReasons.at("no staff member"), 1);
+  EXPECT_EQ(times.created, 1);
 }
 
 }  // namespace
