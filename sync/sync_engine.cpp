@@ -142,17 +142,10 @@ SyncEngine::SyncEngine(const SourceDescription& description, SyncOptions& option
   makeWorkCodeObject = [] { return std::make_unique<PracticeWorkCode>(); };
   eventPump = [] { pumpTimerEvents(0); };
   if (const char* kill = std::getenv("LFIMPORT_KILL_AT_RECORD")) killAtRecord_ = std::atol(kill);
-  ModuleState& state = moduleState();
-  if (!state.generalUtilities) state.generalUtilities = std::make_shared<GeneralUtilities>();
-  if (!state.dateUtilities) state.dateUtilities = std::make_shared<DateUtilities>();
-  state.raiseExitProgram = [this] {
-    if (ExitProgram) ExitProgram();
-  };
 }
 
 SyncEngine::~SyncEngine() {
   commitRecords();
-  moduleState().raiseExitProgram = nullptr;
 }
 
 std::string SyncEngine::label(std::string_view procedureName) const {
@@ -161,62 +154,31 @@ std::string SyncEngine::label(std::string_view procedureName) const {
 
 // --- Services ------------------------------------------------------------------------------
 
-void SyncEngine::setErrorClass(ErrorService* errorClass) {
-  ModuleState& state = moduleState();
-  state.errorClass = errorClass;
-  if (state.generalUtilities) state.generalUtilities->setErrorService(errorClass);
-  if (state.dateUtilities) state.dateUtilities->setErrorService(errorClass);
+void SyncEngine::onErrorClass(ErrorService* errorClass) {
   companyFinder().setErrorService(errorClass);
   contactFinder().setErrorService(errorClass);
-  state.errorClassIsSet = true;
 }
 
-void SyncEngine::setMsgboxClass(MessageBox* msgbox) {
-  ModuleState& state = moduleState();
-  state.MsgboxClass = msgbox;
+void SyncEngine::onMsgboxClass(MessageBox* msgbox) {
   companyFinder().setMsgbox(msgbox);
   contactFinder().setMsgbox(msgbox);
-  state.msgboxClassIsSet = true;
 }
 
-void SyncEngine::setLocaleReference(LocaleService* locale) {
-  moduleState().LocaleReference = locale;
-  if (locale != nullptr) {
-    companyFinder().setLocale(locale);
-    contactFinder().setLocale(locale);
-  }
+void SyncEngine::onLocaleReference(LocaleService& locale) {
+  companyFinder().setLocale(&locale);
+  contactFinder().setLocale(&locale);
 }
 
-void SyncEngine::setTasksCtrlReference(TasksService* tasks) {
-  moduleState().TasksCtrlReference = tasks;
+void SyncEngine::onClientDropDownCtrlReference(ClientDropDownService& dropDown) {
+  companyFinder().setDropDown(&dropDown);
+  contactFinder().setDropDown(&dropDown);
 }
 
-void SyncEngine::setWorkingFolderReference(WorkingFolderService* folder) {
-  moduleState().WorkingFolderReference = folder;
-}
-
-void SyncEngine::setClientDropDownCtrlReference(ClientDropDownService* dropDown) {
-  ModuleState& state = moduleState();
-  state.clientDropDownCtrlReference = nullptr;
-  state.clientDropDownCtrlReference = dropDown;
-  if (dropDown != nullptr) {
-    companyFinder().setDropDown(dropDown);
-    contactFinder().setDropDown(dropDown);
-  }
-}
-
-void SyncEngine::setDatabaseReference(DatabaseService* db) {
-  ModuleState& state = moduleState();
-  state.DatabaseReference = db;
-  if (db != nullptr) {
-    failedToInitializeFlag_ = false;
-    if (state.clientDropDownCtrlReference != nullptr)
-      options_.importCategory = state.clientDropDownCtrlReference->getCurrentCategoryID();
-    companyFinder().setDatabase(db);
-    contactFinder().setDatabase(db);
-  } else {
-    failedToInitializeFlag_ = true;
-  }
+void SyncEngine::onDatabaseReference(DatabaseService& db) {
+  ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
+  if (dropDown != nullptr) options_.importCategory = dropDown->getCurrentCategoryID();
+  companyFinder().setDatabase(&db);
+  contactFinder().setDatabase(&db);
 }
 
 void SyncEngine::setDuplicateFinders(std::unique_ptr<DuplicateFinder> company,
@@ -266,7 +228,7 @@ bool SyncEngine::openDatabase() {
     source_->setOpenMode(2);
     source_->connect(2);
     opened = source_->isOpen();
-    failedToInitializeFlag_ = !opened;
+    setFailedToInitializeFlag(!opened);
     if (!opened && state.MsgboxClass != nullptr)
       state.MsgboxClass->show(
           "The user wizard was not able to access the database and needs to close.",

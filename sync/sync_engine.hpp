@@ -29,6 +29,7 @@
 #include <string_view>
 #include <vector>
 
+#include "frame/import_services.hpp"
 #include "host/duplicate_finder.hpp"
 #include "host/run_report.hpp"
 #include "sync/cross_reference.hpp"
@@ -102,7 +103,7 @@ struct ClientCreators {
   std::function<std::string(const std::string& key)> name{};
 };
 
-class SyncEngine {
+class SyncEngine : public ImportServices {
  public:
   // REQUIRES: description and options outlive the engine (the source engine owns them).
   SyncEngine(const SourceDescription& description, SyncOptions& options);
@@ -112,24 +113,10 @@ class SyncEngine {
 
   const SourceDescription& description() const { return description_; }
 
-  // --- Services, in the host's order ------------------------------------------------------
-  void setErrorClass(ErrorService* errorClass);
-  void setMsgboxClass(MessageBox* msgbox);
-  bool failedToInitializeFlag() const { return failedToInitializeFlag_; }
-  void setLocaleReference(LocaleService* locale);
-  void setTasksCtrlReference(TasksService* tasks);
-  bool exitProgramFlag() const { return exitProgramFlag_; }
-  bool refreshData() const { return refreshData_; }
-  void setRefreshData(bool value) { refreshData_ = value; }
+  // --- Services: the setters of ImportServices; the engine passes them on to its duplicate
+  // finders, and the practice database also sets importCategory to the current category.
   bool showProgress() const { return showProgress_; }
   void setShowProgress(bool value) { showProgress_ = value; }
-  void setWorkingFolderReference(WorkingFolderService* folder);
-  void setDatabaseReference(DatabaseService* db);
-  void setClientDropDownCtrlReference(ClientDropDownService* dropDown);
-  // The ExitProgram event: raised when the error service answers action 3; the wizard sets
-  // the flag.
-  std::function<void()> ExitProgram;
-  void setExitProgramFlag(bool value) { exitProgramFlag_ = value; }
 
   // --- Choices ------------------------------------------------------------------------------
   SyncOptions& syncOptions() { return options_; }
@@ -205,6 +192,13 @@ class SyncEngine {
   static std::string readText(DatabaseService& db, std::int32_t handle, std::string_view field);
   // The field as a boolean; false when blank.
   static bool readBool(DatabaseService& db, std::int32_t handle, std::string_view field);
+
+ protected:
+  void onErrorClass(ErrorService* errorClass) override;
+  void onMsgboxClass(MessageBox* msgbox) override;
+  void onLocaleReference(LocaleService& locale) override;
+  void onClientDropDownCtrlReference(ClientDropDownService& dropDown) override;
+  void onDatabaseReference(DatabaseService& db) override;
 
  protected:
   // --- What the source engine gives --------------------------------------------------------
@@ -293,9 +287,6 @@ class SyncEngine {
   CrossReferenceTables xref_;
   std::string sourceFirmID_;
   long practiceFirmID_ = 0;
-  bool exitProgramFlag_ = false;
-  bool failedToInitializeFlag_ = false;
-  bool refreshData_ = false;
   bool showProgress_ = true;
 
   std::unique_ptr<DuplicateFinder> companyFinder_;
