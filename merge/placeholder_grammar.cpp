@@ -213,12 +213,6 @@ void applyProvince(std::string& text, int province, const Date& today) {
   }
 }
 
-// VB-style InStr: 1-based position, 0 when absent.
-size_t inStr(std::string_view text, std::string_view needle) {
-  size_t p = merge::findNoCase(text, needle);
-  return p == std::string_view::npos ? 0 : p + 1;
-}
-
 // The token spans present in a text (what stands between each opening delimiter and the
 // next closing one, upper-cased). A merge asks it before searching the text for a token;
 // it answers "maybe" for everything when the text is too tangled to be sure.
@@ -325,8 +319,16 @@ bool clsInsertFieldsInRTB::testRTBComment(std::string text, bool isRTFText, bool
     const std::string open = isRTFText ? convertFieldName(kOpen) : std::string(kOpen);
     const std::string close = isRTFText ? convertFieldName(kClose) : std::string(kClose);
 
-    size_t openPos = inStr(text, open);
-    size_t closePos = inStr(text, close);
+    // The walk shortens the text from the left; `rest` marks where the shortened text begins,
+    // so that no copy is made per expression. Positions are 1-based within the rest, 0 when
+    // absent, as the comparisons below need.
+    size_t rest = 0;
+    auto inRest = [&](std::string_view needle) {
+      size_t p = merge::findNoCase(text, needle, rest);
+      return p == std::string_view::npos ? 0 : p - rest + 1;
+    };
+    size_t openPos = inRest(open);
+    size_t closePos = inRest(close);
     // An absent closing delimiter counts as 0, so a lone opening one reports M1; a lone
     // closing one passes. Both intended.
     if (closePos < openPos) {
@@ -334,11 +336,11 @@ bool clsInsertFieldsInRTB::testRTBComment(std::string text, bool isRTFText, bool
       sendFault(showErrors, kM1);
     }
     while (openPos >= 1 && !fault) {
-      size_t exprStart = openPos - 1 + open.size();
+      size_t exprStart = rest + openPos - 1 + open.size();
       size_t next = merge::findNoCase(text, close, exprStart);
+      if (next == std::string_view::npos) next = text.size();
       std::string expression = text.substr(exprStart, next - exprStart);
-      text = text.substr(next + close.size());
-
+      rest = std::min(next + close.size(), text.size());
       std::string name = expression;
       if (!expression.empty() && expression.front() == '(') {
         if (expression.back() != ')') {
@@ -376,8 +378,8 @@ bool clsInsertFieldsInRTB::testRTBComment(std::string text, bool isRTFText, bool
                                   " Pad did not recognize: «" + name +
                                   "» as a valid placeholder field name.");
       }
-      openPos = inStr(text, open);
-      closePos = inStr(text, close);
+      openPos = inRest(open);
+      closePos = inRest(close);
       // Runs even with the fault already up, so one call can send two messages.
       if (closePos < openPos) {
         fault = true;

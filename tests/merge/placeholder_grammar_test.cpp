@@ -137,6 +137,22 @@ TEST_F(PlaceholderGrammarTest, EscapedSpellingIsCheckedWithPlainMessages) {
   EXPECT_EQ(rtb.convertFieldName("«A»"), "\\'abA\\'bb");
 }
 
+TEST_F(PlaceholderGrammarTest, LargeTemplateIsWalkedToItsLastExpression) {
+  rtb.ListType = 1;
+  build(rtb);
+  std::string letter;
+  for (int i = 0; i < 20000; ++i)
+    letter += "\\'abCompany Name\\'bb, \\'ab(Todays Date, mmmm d, yyyy)\\'bb\\par\r\n";
+  EXPECT_FALSE(check(letter, true));
+  EXPECT_TRUE(messages.empty());
+  EXPECT_TRUE(check(letter + "\\'abCompany Name\\'bb and \\'abContact", true));
+  EXPECT_EQ(messages, std::vector<std::string>{kM1});
+  EXPECT_TRUE(check(letter + "\\'abNo Such Field\\'bb", true));
+  EXPECT_EQ(messages, std::vector<std::string>{"The Ledgerfolio Pad did not recognize: "
+                                               "«No Such Field» as a valid placeholder field "
+                                               "name."});
+}
+
 TEST_F(PlaceholderGrammarTest, EmptyListAcceptsOnlyTodaysDate) {
   EXPECT_TRUE(rtb.testStr("todays date"));
   EXPECT_FALSE(rtb.testStr("Company Name"));
