@@ -21,6 +21,50 @@ size_t characterLength(unsigned char lead) {
   return 4;
 }
 
+enum class Blanking { Done, Tangled, Unclosed };
+
+// The blanking of replaceUnfoundMergeFieldsWithBlanks for one delimiter pair in one pass.
+// That procedure removes the first span and every exact copy of it, then looks again from the
+// start. Where no span holds a second opening delimiter (escaped: no backslash at all) and no
+// removal joins the bytes on its two sides into an opening delimiter, every copy of a removed
+// span is met later as a span of its own, so removing each span as it is met gives the same
+// text in linear time. Any other text answers Tangled and is left alone. Unclosed: an opening
+// delimiter without a closing one after it; the text holds what was removed before it.
+Blanking blankSpansInOnePass(std::string& text, std::string_view open, std::string_view close,
+                             bool& removed) {
+  const bool escaped = open.front() == '\\';
+  const size_t closeKept = characterLength(static_cast<unsigned char>(close.front()));
+  size_t o = merge::findNoCase(text, open);
+  if (o == std::string_view::npos) return Blanking::Done;
+  std::string out;
+  out.reserve(text.size());
+  size_t copied = 0;  // text[copied..] is not in out yet
+  bool any = false;
+  Blanking result = Blanking::Done;
+  while (o != std::string_view::npos) {
+    size_t c = merge::findNoCase(text, close, o + open.size());
+    if (c == std::string_view::npos) {
+      result = Blanking::Unclosed;
+      break;
+    }
+    std::string_view inner(text.data() + o + open.size(), c - o - open.size());
+    if (escaped ? inner.find('\\') != std::string_view::npos
+                : merge::findNoCase(inner, open) != std::string_view::npos)
+      return Blanking::Tangled;
+    out.append(text, copied, o - copied);
+    copied = c + closeKept;
+    any = true;
+    if (!escaped && !out.empty() && copied < text.size() && out.back() == open[0] &&
+        text[copied] == open[1])
+      return Blanking::Tangled;
+    o = merge::findNoCase(text, open, copied);
+  }
+  out.append(text, copied, std::string::npos);
+  text.swap(out);
+  removed = removed || any;
+  return result;
+}
+
 }  // namespace
 
 bool clsInsertFieldsInRTB::replaceText(std::string& text, std::string_view token,
@@ -72,7 +116,9 @@ bool clsInsertFieldsInRTB::replaceUnfoundMergeFieldsWithBlanks(std::string& text
     for (const auto& pair : pairs) {
       const std::string_view open = pair[0];
       const std::string_view close = pair[1];
-      for (;;) {
+      Blanking fast = blankSpansInOnePass(text, open, close, removed);
+      if (fast == Blanking::Unclosed) throw Failure("Invalid procedure call or argument", 5);
+      while (fast == Blanking::Tangled) {
         size_t o = merge::findNoCase(text, open);
         if (o == std::string_view::npos) break;
         size_t c = merge::findNoCase(text, close, o + open.size());
