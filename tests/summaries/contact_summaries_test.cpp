@@ -36,6 +36,16 @@ TEST_F(ContactSummaryTest, OnlyCellPhoneGivesOneLineAndNoEmptySections) {
   EXPECT_TRUE(errors.errors.empty());
 }
 
+TEST_F(ContactSummaryTest, DatesOutOfRangeGiveNoLine) {
+  contact("DisplayName, HomePhone_Cell, Birthday, Anniversary",
+          "40, '', '555-1234', 1e300, -1e300");
+  EXPECT_EQ(saveContactPersonalRTF(40, -1), kPrologue +
+                                                "\\b\\pard\\fi-1100\\li1100\\ri0 Cell Phone:\\b0  "
+                                                "\\tab 555-1234" +
+                                                kPar + kPar + kEnd);
+  EXPECT_TRUE(errors.errors.empty());
+}
+
 TEST_F(ContactSummaryTest, SpouseWithOnlyBirthdayGetsTheWholeHeaderAndOneLine) {
   contact("SpouseBirthday", "40, '1980-03-05'");
   exec("INSERT INTO ContactsNotes (ContactNum, PersonalNotes) VALUES (40, 'old');");
