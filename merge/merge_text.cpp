@@ -68,26 +68,26 @@ Blanking blankSpansInOnePass(std::string& text, std::string_view open, std::stri
 }  // namespace
 
 bool clsInsertFieldsInRTB::replaceText(std::string& text, std::string_view token,
-                                       std::string_view value) {
+                                       std::string_view value, size_t first) {
   bool replaced = false;
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-replaceText", [&] {
-    if (!ConvertStrToRTF) {
-      replaced = merge::replaceNoCase(text, token, value) > 0;
-      return;
-    }
-    size_t pos = merge::findNoCase(text, token);
+    size_t pos = first != std::string_view::npos ? first : merge::findNoCase(text, token);
     if (pos == std::string_view::npos) {
       // The escaped form is looked for and nothing is done with it: the text stays.
-      (void)merge::findNoCase(text, convertFieldName(token));
+      if (ConvertStrToRTF) (void)merge::findNoCase(text, convertFieldName(token));
+      return;
+    }
+    if (!ConvertStrToRTF) {
+      replaced = merge::replaceNoCase(text, token, value, -1, pos) > 0;
       return;
     }
     // A field right after a word gets a separating blank, judged by its first occurrence.
     if (pos == 0 || text[pos - 1] == ' ') {
-      replaced = merge::replaceNoCase(text, token, value) > 0;
+      replaced = merge::replaceNoCase(text, token, value, -1, pos) > 0;
     } else {
       std::string spaced = " ";
       spaced += value;
-      replaced = merge::replaceNoCase(text, token, spaced) > 0;
+      replaced = merge::replaceNoCase(text, token, spaced, -1, pos) > 0;
     }
   });
   return replaced;

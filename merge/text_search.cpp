@@ -2,10 +2,12 @@
 #include "merge/text_search.hpp"
 
 #include <cstring>
+#include <vector>
 
 namespace lf::merge {
 namespace {
 inline unsigned char fold(unsigned char c) { return (c >= 'a' && c <= 'z') ? c - 32 : c; }
+
 }  // namespace
 
 size_t findNoCase(std::string_view text, std::string_view needle, size_t from) {
@@ -51,23 +53,46 @@ bool equalsNoCase(std::string_view a, std::string_view b) {
   return true;
 }
 
-int replaceNoCase(std::string& text, std::string_view find, std::string_view with, int count) {
+int replaceNoCase(std::string& text, std::string_view find, std::string_view with, int count,
+                  size_t from) {
   if (find.empty() || count == 0) return 0;
-  size_t pos = findNoCase(text, find);
+  size_t pos = findNoCase(text, find, from);
   if (pos == std::string_view::npos) return 0;
-  std::string out;
-  out.reserve(text.size() + (with.size() > find.size() ? with.size() - find.size() : 0) * 4);
-  size_t from = 0;
   int done = 0;
-  while (pos != std::string_view::npos && (count < 0 || done < count)) {
-    out.append(text, from, pos - from);
-    out.append(with);
-    from = pos + find.size();
-    ++done;
-    pos = findNoCase(text, find, from);
+  if (with.size() <= find.size()) {
+    // In place, front to back: the part still to be searched lies beyond what is written.
+    char* d = text.data();
+    size_t read = pos, write = pos;
+    while (pos != std::string_view::npos && (count < 0 || done < count)) {
+      std::memmove(d + write, d + read, pos - read);
+      write += pos - read;
+      if (!with.empty()) std::memcpy(d + write, with.data(), with.size());
+      write += with.size();
+      read = pos + find.size();
+      ++done;
+      pos = findNoCase(text, find, read);
+    }
+    std::memmove(d + write, d + read, text.size() - read);
+    text.resize(text.size() - (read - write));
+    return done;
   }
-  out.append(text, from, std::string::npos);
-  text.swap(out);
+  // Growing: every place first, then the pieces moved back to front in the longer text.
+  std::vector<size_t> places;
+  while (pos != std::string_view::npos && (count < 0 || done < count)) {
+    places.push_back(pos);
+    ++done;
+    pos = findNoCase(text, find, pos + find.size());
+  }
+  const size_t grow = with.size() - find.size();
+  size_t end = text.size();
+  text.resize(text.size() + places.size() * grow);
+  char* d = text.data();
+  for (size_t k = places.size(); k-- > 0;) {
+    const size_t after = places[k] + find.size();
+    std::memmove(d + after + (k + 1) * grow, d + after, end - after);
+    std::memcpy(d + places[k] + k * grow, with.data(), with.size());
+    end = places[k];
+  }
   return done;
 }
 

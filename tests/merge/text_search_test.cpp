@@ -46,5 +46,17 @@ TEST(TextSearch, EdgesOfTheText) {
   EXPECT_EQ(findNoCase("\xC2\xAB\xC2\xBB", "\xC2\xBB"), 2u);
 }
 
+TEST(TextSearch, ReplacesInPlaceWhetherTheTextGrowsOrShrinks) {
+  std::string text = "a«x»b«X»c«x»";
+  EXPECT_EQ(replaceNoCase(text, "«x»", "LONGER TEXT"), 3);
+  EXPECT_EQ(text, "aLONGER TEXTbLONGER TEXTcLONGER TEXT");
+  EXPECT_EQ(replaceNoCase(text, "longer text", "y", 2), 2);
+  EXPECT_EQ(text, "aybycLONGER TEXT");
+  EXPECT_EQ(replaceNoCase(text, "Y", "", -1, 2), 1);  // the first one lies before `from`
+  EXPECT_EQ(text, "aybcLONGER TEXT");
+  EXPECT_EQ(replaceNoCase(text, "zzz", "w"), 0);
+  EXPECT_EQ(text, "aybcLONGER TEXT");
+}
+
 }  // namespace
 }  // namespace lf::merge
