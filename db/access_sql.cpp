@@ -185,6 +185,9 @@ std::string quoteName(std::string_view name) {
 // refuses what SQLite would take for something this translator does not know: parameter
 // markers, blob literals, numbers run into names, characters SQLite has no token for, NUL.
 std::vector<Token> tokenize(std::string_view sql) {
+  // SQLite ends a statement's text at a NUL, wherever it stands.
+  if (sql.find('\0') != std::string_view::npos)
+    throw DatabaseFailure("Syntax error: NUL character in the statement.");
   std::vector<Token> tokens;
   size_t i = 0;
   std::string space;
@@ -273,9 +276,12 @@ std::vector<Token> tokenize(std::string_view sql) {
           break;
         }
       if (tok.text.empty() && singles.find(c) != std::string_view::npos) tok.text = c;
-      if (tok.text.empty())
-        throw DatabaseFailure(std::string("Syntax error: unexpected character '") + c +
-                              "' in query expression.");
+      if (tok.text.empty()) {
+        char code[8];
+        std::snprintf(code, sizeof code, "0x%02X", static_cast<unsigned char>(c));
+        throw DatabaseFailure(std::string("Syntax error: unexpected character ") + code +
+                              " in query expression.");
+      }
       i += tok.text.size();
       if (tok.text == "&") tok.text = "||";
     }

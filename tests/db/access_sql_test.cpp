@@ -169,6 +169,7 @@ TEST(AccessSqlTranslation, RefusesWhatSqliteWouldReadAsSomethingElse) {
            "SELECT * FROM T WHERE N = {1}", "SELECT * FROM T WHERE N = 1\v", "SELECT `A FROM T", "",
            "   ", ";", "-- nothing but a comment",
            std::string("SELECT * FROM T WHERE N = 1") + '\0' + "; DROP TABLE T",
+           std::string("SELECT * FROM T WHERE N = 'a") + '\0' + "b'",
            "\xEF\xBB\xBFSELECT * FROM T"}) {
     SCOPED_TRACE(access);
     EXPECT_THROW(translateAccessSql(access), DatabaseFailure);
