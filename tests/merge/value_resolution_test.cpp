@@ -62,6 +62,9 @@ TEST_F(ValueResolutionTest, TimeEntryMoneyDurationYesNoAndTimes) {
   EXPECT_EQ(value("Time Entry Start Time"), "10:30 am");
   // End before start still gives a positive duration.
   EXPECT_EQ(value("Time Duration"), "1 hr 30 min");
+  // A time far outside the date range is no time: no duration, and no overflow.
+  EXPECT_EQ(rtb.getTimeDurationFieldValue(Date{0.4375}, Date{1e300}), "");
+  EXPECT_EQ(rtb.getTimeDurationFieldValue(Date{-1e300}, Date{0.4375}), "");
 }
 
 TEST_F(ValueResolutionTest, InheritingContactTakesBusinessFieldsFromItsCompany) {
