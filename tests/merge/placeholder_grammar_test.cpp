@@ -40,6 +40,13 @@ TEST_F(PlaceholderGrammarTest, OlderSpellingsAreRewrittenInEveryLocale) {
   EXPECT_EQ(rtb.convertProvinceFields("Dear Contact Full Name"), "Dear Contact Display Name");
 }
 
+TEST_F(PlaceholderGrammarTest, RewritesApplyToWhatEarlierRewritesMade) {
+  EXPECT_EQ(rtb.convertProvinceFields("<<(Due Date, Long Date)>>"),
+            "«(Task Due Date, dddd, mmmm d yyyy)»");
+  EXPECT_EQ(rtb.convertProvinceFields("<<Contact Full Name>> <<ZIP CODE>>"),
+            "«Contact Display Name» «Postal Code»");
+}
+
 TEST_F(PlaceholderGrammarTest, SalesTaxTokenByProvince) {
   rtb.setTodayForTesting(Date::fromParts(2012, 1, 1));
   locale.province = kNovaScotia;
