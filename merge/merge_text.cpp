@@ -28,8 +28,9 @@ enum class Blanking { Done, Tangled, Unclosed };
 // start. Where no span holds a second opening delimiter (escaped: no backslash at all) and no
 // removal joins the bytes on its two sides into an opening delimiter, every copy of a removed
 // span is met later as a span of its own, so removing each span as it is met gives the same
-// text in linear time. Any other text answers Tangled and is left alone. Unclosed: an opening
-// delimiter without a closing one after it; the text holds what was removed before it.
+// text in linear time. Any other text answers Tangled and is left alone. Unclosed (plain pair
+// only): an opening delimiter without a closing one after it; the text holds what was removed
+// before it.
 Blanking blankSpansInOnePass(std::string& text, std::string_view open, std::string_view close,
                              bool& removed) {
   const bool escaped = open.front() == '\\';
@@ -44,6 +45,9 @@ Blanking blankSpansInOnePass(std::string& text, std::string_view open, std::stri
   while (o != std::string_view::npos) {
     size_t c = merge::findNoCase(text, close, o + open.size());
     if (c == std::string_view::npos) {
+      // An escaped span ends at the backslash of its closing delimiter, so a copy of an
+      // earlier span can stand beyond the last closing delimiter.
+      if (escaped) return Blanking::Tangled;
       result = Blanking::Unclosed;
       break;
     }

@@ -64,6 +64,7 @@ TEST_F(MergeTextTest, TangledUnfoundFieldsAreBlankedSpanBySpan) {
   EXPECT_EQ(blanked("\xC2«x»\xAB y «z» w"), " w");
   // A copy of the escaped span that is not followed by 'bb still goes with the first one.
   EXPECT_EQ(blanked("\\'abx\\'bb and \\'abx\\par end\\'bb"), "'bb and par end\\'bb");
+  EXPECT_EQ(blanked("\\'abx\\'bb and \\'abx\\par end'bb"), "'bb and par end'bb");
   // An opening bracket with no closing one stops the blanking where it stands.
   EXPECT_EQ(blanked("«a» «b» «c"), "  «c");
 }
