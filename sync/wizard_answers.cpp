@@ -117,7 +117,7 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
   json j;
   try {
     j = json::parse(jsonText);
-  } catch (const json::parse_error& e) {
+  } catch (const json::exception& e) {  // a syntax error, or a number too large for a double
     throw Failure(std::string("Answers file is not valid JSON: ") + e.what());
   }
   if (!j.is_object()) throw Failure("Answers file must hold one JSON object");
