@@ -56,7 +56,7 @@ Practice& practice() {
           "INSERT INTO ClientData (ClientDataID, CompanyIDNum, ActiveStatus, YearEndDate) "
           "VALUES (10, 1, 1, '2012-03-05 00:00:00');",
           "INSERT INTO Contacts (ContactID, DisplayName, FirstName, LastName, Birthday, "
-          "Anniversary) VALUES (5, 'Jane \\'abO''Hara\\'bb', 'Jane', 'O''Hara', "
+          "Anniversary) VALUES (5, 'Jane \\''abO''Hara\\''bb', 'Jane', 'O''Hara', "
           "'1970-01-02 00:00:00', 1e300);",
           "INSERT INTO ContactLinks (ContactIDNum, CompanyNum, DefaultContact) "
           "VALUES (5, 1, 1);",
@@ -142,12 +142,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       std::abort();
   }
 
-  static const int kListTypes[] = {1, 2, 5, 6, 8, 1, 2, 1};
-  lf::clsInsertFieldsInRTB rtb;
-  rtb.ListType = kListTypes[(flags >> 3) & 7];
+  // One merge object per list type, its catalogue built and its recordsets opened once, as a
+  // run over many records keeps them.
+  static const int kListTypes[] = {1, 2, 5, 6, 8};
+  static std::unique_ptr<lf::clsInsertFieldsInRTB> merges[5];
+  const size_t which = ((flags >> 3) & 7) % 5;
+  if (!merges[which]) {
+    merges[which] = std::make_unique<lf::clsInsertFieldsInRTB>();
+    merges[which]->ListType = kListTypes[which];
+    bool noListBox = true, clearListBox = true;
+    merges[which]->createDefaultFieldListStructure(noListBox, clearListBox);
+  }
+  lf::clsInsertFieldsInRTB& rtb = *merges[which];
   rtb.ConvertStrToRTF = (flags & 4) != 0;
-  bool noListBox = true, clearListBox = true;
-  rtb.createDefaultFieldListStructure(noListBox, clearListBox);
   int messages = 0;
   rtb.testErrorComment = [&messages](const std::string&) { ++messages; };
   rtb.testRTBComment(text, (flags & 1) != 0, true, (flags & 2) != 0);
@@ -162,6 +169,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   rtb.firmID = 1;
   rtb.TemplateText = text;
   rtb.parseRTBComment();
-  rtb.Terminate();
   return 0;
 }
