@@ -5,7 +5,8 @@
 // the RTF escapes \'ab and \'bb. All searches and rewrites ignore case; the date format
 // check of testRTBComment does not.
 #include <algorithm>
-#include <bitset>
+#include <cstdint>
+#include <iterator>
 #include <unordered_set>
 #include <vector>
 
@@ -126,27 +127,39 @@ const std::string_view kCorpTaxTokens[] = {
 class Rewriter {
  public:
   explicit Rewriter(std::string& text) : text_(text) {
-    for (size_t i = 1; i < text.size(); ++i) pairs_.set(pair(text[i - 1], text[i]));
+    if (text.empty()) return;
+    size_t last = merge::foldByte(text[0]);
+    for (size_t i = 1; i < text.size(); ++i) {
+      const size_t next = merge::foldByte(text[i]);
+      add(last << 8 | next);
+      last = next;
+    }
   }
   void operator()(std::string_view from, std::string_view to) {
     for (size_t i = 1; i < from.size(); ++i)
-      if (!pairs_.test(pair(from[i - 1], from[i]))) return;
+      if (!has(pair(from[i - 1], from[i]))) return;
     if (replaceNoCase(text_, from, to) == 0) return;
-    // The pairs inside the new text, and any pair at its two ends.
-    for (size_t i = 1; i < to.size(); ++i) pairs_.set(pair(to[i - 1], to[i]));
-    for (int c = 0; c < 256; ++c) {
-      pairs_.set(pair(static_cast<char>(c), to.empty() ? '\0' : to.front()));
-      pairs_.set(pair(to.empty() ? '\0' : to.back(), static_cast<char>(c)));
+    if (to.empty()) {  // the bytes around it meet: any pair may be new
+      std::fill(std::begin(pairs_), std::end(pairs_), ~std::uint64_t{0});
+      return;
     }
-    if (to.empty()) pairs_.set();  // the bytes around it meet: any pair may be new
+    // The pairs inside the new text, and any pair at its two ends.
+    for (size_t i = 1; i < to.size(); ++i) add(pair(to[i - 1], to[i]));
+    for (int c = 0; c < 256; ++c) {
+      add(pair(static_cast<char>(c), to.front()));
+      add(pair(to.back(), static_cast<char>(c)));
+    }
   }
 
  private:
   static size_t pair(char a, char b) {
     return static_cast<size_t>(merge::foldByte(a)) << 8 | merge::foldByte(b);
   }
+  void add(size_t pair) { pairs_[pair >> 6] |= std::uint64_t{1} << (pair & 63); }
+  bool has(size_t pair) const { return (pairs_[pair >> 6] >> (pair & 63)) & 1; }
+
   std::string& text_;
-  std::bitset<65536> pairs_;
+  std::uint64_t pairs_[65536 / 64] = {};
 };
 
 void apply(Rewriter& rewrite, std::initializer_list<Rewrite> rewrites) {
