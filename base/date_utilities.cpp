@@ -45,12 +45,19 @@ int daysInMonth(int year, int month) {
   return kDays[month - 1];
 }
 
+// Seconds since 30 December 1899 of a date, 0 for a serial outside the date range. Within it
+// the count stays below 2^39, so sums of two such counts cannot overflow.
 long long toSeconds(const Date& date) {
+  if (!date.isValid()) return 0;
   return std::llround(date.serial * 86400.0);
 }
 Date fromSeconds(long long seconds) {
   return Date{static_cast<double>(seconds) / 86400.0};
 }
+
+// Seconds of the whole date range: a step longer than this leaves it from anywhere.
+constexpr long long kRangeSeconds =
+    static_cast<long long>(Date::kEndSerial - Date::kFirstSerial) * 86400;
 
 // One piece of a date text: a run of digits, a run of letters, a colon, or a separator.
 struct Token {
@@ -225,24 +232,36 @@ std::optional<Date> DateUtilities::parseDateText(std::string_view text) {
   return date;
 }
 
+// Arithmetic on a date outside the range, or that would leave it, gives the neutral date
+// (serial 0) rather than a number that no calendar part can be taken from.
 Date DateUtilities::addSeconds(const Date& date, long long seconds) {
-  return fromSeconds(toSeconds(date) + seconds);
+  if (!date.isValid() || seconds > kRangeSeconds || seconds < -kRangeSeconds) return Date{};
+  Date moved = fromSeconds(toSeconds(date) + seconds);
+  return moved.isValid() ? moved : Date{};
 }
 
 Date DateUtilities::addMinutes(const Date& date, long long minutes) {
+  if (minutes > kRangeSeconds / 60 || minutes < -kRangeSeconds / 60) return Date{};
   return addSeconds(date, minutes * 60);
 }
 
 Date DateUtilities::addHours(const Date& date, double hours) {
+  if (!(hours * 3600.0 > -static_cast<double>(kRangeSeconds) &&
+        hours * 3600.0 < static_cast<double>(kRangeSeconds)))
+    return Date{};
   return addSeconds(date, std::llround(hours * 3600.0));
 }
 
 Date DateUtilities::addDays(const Date& date, long days) {
+  if (days > kRangeSeconds / 86400 || days < -kRangeSeconds / 86400) return Date{};
   return addSeconds(date, static_cast<long long>(days) * 86400);
 }
 
 Date DateUtilities::addMonths(const Date& date, long months) {
+  constexpr long kRangeMonths = 10000L * 12;
+  if (!date.isValid() || months > kRangeMonths || months < -kRangeMonths) return Date{};
   long index = date.year() * 12L + (date.month() - 1) + months;
+  if (index < 100 * 12L || index >= 10000 * 12L) return Date{};
   int year = static_cast<int>(index / 12);
   int month = static_cast<int>(index % 12) + 1;
   int day = std::min(date.day(), daysInMonth(year, month));

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 #include "base/date_utilities.hpp"
@@ -104,13 +105,15 @@ std::vector<std::string> splitSections(std::string_view pattern) {
 
 // The decimal digits of |value| rounded half away from zero to `decimals` places, taken from
 // its 15-significant-digit form so that 2.675 rounds to 2.68 as the legacy formatter does.
+// A value that is not finite reads as 0: callers test for it first.
 void roundedDigits(double value, int decimals, std::string& whole, std::string& fraction) {
   char buf[64];
-  std::snprintf(buf, sizeof buf, "%.14e", std::fabs(value));
+  std::snprintf(buf, sizeof buf, "%.14e", std::isfinite(value) ? std::fabs(value) : 0.0);
+  const char* e = std::strchr(buf, 'e');
   std::string mantissa;
-  for (const char* p = buf; *p != 'e'; ++p)
+  for (const char* p = buf; p != e; ++p)
     if (std::isdigit(static_cast<unsigned char>(*p))) mantissa += *p;
-  int exponent = std::atoi(std::strchr(buf, 'e') + 1);
+  int exponent = std::atoi(e + 1);
   // digits[k] has the place value 10^(exponent - k).
   std::string digits;
   int pointAt = exponent + 1;  // digits before the decimal point
@@ -147,7 +150,9 @@ struct NumberToken {
   std::string text;  // the literal, or the placeholder character
 };
 
-std::string formatSection(double value, std::string_view section) {
+// The value by one section; nothing when the section's scaling takes it out of the range of
+// a double ("0%" of 1e308), where the legacy formatter fails.
+std::optional<std::string> formatSection(double value, std::string_view section) {
   std::vector<NumberToken> tokens;
   bool afterPoint = false, grouping = false, percent = false;
   int scaleCommas = 0;
@@ -187,6 +192,7 @@ std::string formatSection(double value, std::string_view section) {
   double v = std::fabs(value);
   if (percent) v *= 100.0;
   for (int k = 0; k < scaleCommas; ++k) v /= 1000.0;
+  if (!std::isfinite(v)) return std::nullopt;
 
   std::vector<char> intPlaces, fracPlaces;
   for (const NumberToken& t : tokens) {
@@ -277,6 +283,7 @@ std::string generalNumber(double value) {
 }  // namespace
 
 std::string formatDate(const Date& date, std::string_view pattern) {
+  if (!date.isValid()) return "";  // no date: the neutral text
   if (pattern.empty() || sameText(pattern, "General Date")) return generalDate(date);
   if (sameText(pattern, "Long Date")) return formatDate(date, kLongDate);
   if (sameText(pattern, "Medium Date")) return formatDate(date, kMediumDate);
@@ -406,8 +413,8 @@ std::string formatDate(const Date& date, std::string_view pattern) {
 }
 
 std::string formatNumber(double value, std::string_view pattern) {
-  if (!std::isfinite(value) || pattern.empty() || sameText(pattern, "General Number"))
-    return generalNumber(value);
+  if (!std::isfinite(value)) return "";  // no legacy number: the neutral text
+  if (pattern.empty() || sameText(pattern, "General Number")) return generalNumber(value);
   if (sameText(pattern, "Currency")) return formatNumber(value, "$#,##0.00;($#,##0.00)");
   if (sameText(pattern, "Fixed")) return formatNumber(value, "0.00");
   if (sameText(pattern, "Standard")) return formatNumber(value, "#,##0.00");
@@ -421,15 +428,17 @@ std::string formatNumber(double value, std::string_view pattern) {
     return buf;
   }
 
+  // A value the pattern cannot show gives the neutral text, as a failed Format() does.
   std::vector<std::string> sections = splitSections(pattern);
   if (value == 0.0 && sections.size() >= 3 && !sections[2].empty())
-    return formatSection(0.0, sections[2]);
+    return formatSection(0.0, sections[2]).value_or("");
   if (value < 0.0 && sections.size() >= 2 && !sections[1].empty())
-    return formatSection(value, sections[1]);
+    return formatSection(value, sections[1]).value_or("");
   const std::string& section = sections[0];
-  std::string text = formatSection(value, section);
-  if (value < 0.0 && !roundsToZero(value, section)) text.insert(0, "-");
-  return text;
+  std::optional<std::string> text = formatSection(value, section);
+  if (!text) return "";
+  if (value < 0.0 && !roundsToZero(value, section)) text->insert(0, "-");
+  return *text;
 }
 
 std::string formatValue(const Variant& value, std::string_view pattern) {

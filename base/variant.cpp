@@ -36,29 +36,41 @@ void civilFromDays(long z, int& y, int& m, int& d) {
 
 constexpr long kSerialEpochFromUnix = -25569;  // 1899-12-30 is 25569 days before 1970-01-01
 
+// Whole days of a serial, 0 for a serial outside the date range (NaN included).
 long wholeDays(double serial) {
+  if (!Date{serial}.isValid()) return 0;
   return static_cast<long>(std::floor(serial + 1e-9));
 }
 
-// Seconds into the day, rounded to the nearest second.
+// Seconds into the day, rounded to the nearest second; 0 outside the date range.
 int secondsOfDay(double serial) {
+  if (!Date{serial}.isValid()) return 0;
   double frac = serial - std::floor(serial + 1e-9);
   if (frac < 0) frac = 0;
   int s = static_cast<int>(std::lround(frac * 86400.0));
   return s >= 86400 ? 86399 : s;
 }
 
+// A double rounded half away from zero to a 64-bit integer; 0 when it is no number or
+// does not fit, as a failed conversion gives its neutral value.
+std::int64_t wholeNumber(double v) {
+  if (!(v > -9.2e18 && v < 9.2e18)) return 0;
+  return static_cast<std::int64_t>(std::llround(v));
+}
+
 }  // namespace
 
 Date Date::fromParts(int year, int month, int day, int hour, int minute, int second) {
-  // Month overflow rolls into the year, as DateSerial does.
-  int y = year + (month - 1) / 12;
-  int m = (month - 1) % 12;
+  // Month overflow rolls into the year, as DateSerial does. Worked in 64 bits: any int
+  // arguments stay far from overflow there.
+  long long y = static_cast<long long>(year) + (static_cast<long long>(month) - 1) / 12;
+  long long m = (static_cast<long long>(month) - 1) % 12;
   if (m < 0) {
     m += 12;
     --y;
   }
-  long days = daysFromCivil(y, static_cast<unsigned>(m + 1), 1) + (day - 1) - kSerialEpochFromUnix;
+  long long days = daysFromCivil(static_cast<long>(y), static_cast<unsigned>(m + 1), 1) +
+                   (static_cast<long long>(day) - 1) - kSerialEpochFromUnix;
   return Date{static_cast<double>(days) + (hour * 3600.0 + minute * 60.0 + second) / 86400.0};
 }
 
@@ -74,16 +86,19 @@ Date Date::today() {
 }
 
 int Date::year() const {
+  if (!isValid()) return 0;
   int y, m, d;
   civilFromDays(wholeDays(serial) + kSerialEpochFromUnix, y, m, d);
   return y;
 }
 int Date::month() const {
+  if (!isValid()) return 0;
   int y, m, d;
   civilFromDays(wholeDays(serial) + kSerialEpochFromUnix, y, m, d);
   return m;
 }
 int Date::day() const {
+  if (!isValid()) return 0;
   int y, m, d;
   civilFromDays(wholeDays(serial) + kSerialEpochFromUnix, y, m, d);
   return d;
@@ -98,6 +113,7 @@ int Date::second() const {
   return secondsOfDay(serial) % 60;
 }
 int Date::weekday() const {
+  if (!isValid()) return 0;
   // 1899-12-30 was a Saturday (7).
   long w = (wholeDays(serial) + 6) % 7;
   if (w < 0) w += 7;
@@ -111,6 +127,7 @@ double Date::timePart() const {
 }
 
 std::string Date::toIso() const {
+  if (!isValid()) return "";
   char buf[32];
   std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", year(), month(), day(), hour(),
                 minute(), second());
@@ -194,11 +211,10 @@ std::int64_t Variant::toLong() const {
       return int_ ? -1 : 0;  // the legacy True is -1
     case Kind::Double:
     case Kind::Date:
-      return static_cast<std::int64_t>(std::llround(real_));
+      return wholeNumber(real_);
     case Kind::Text: {
       double v = 0;
-      return GeneralUtilities::parseNumber(text_, v) ? static_cast<std::int64_t>(std::llround(v))
-                                                     : 0;
+      return GeneralUtilities::parseNumber(text_, v) ? wholeNumber(v) : 0;
     }
     case Kind::Null:
       break;

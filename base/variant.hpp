@@ -16,6 +16,14 @@ namespace lf {
 struct Date {
   double serial = 0.0;  // days since 1899-12-30; fraction is the time of day
 
+  // The legacy date range: 1 January 100 to 31 December 9999.
+  static constexpr double kFirstSerial = -657434.0;
+  static constexpr double kEndSerial = 2958466.0;  // the day after the last one
+
+  // True when the serial is a number within the date range. Any other serial stands for no
+  // date: its calendar parts are 0, datePart() and timePart() are 0, toIso() is empty.
+  bool isValid() const { return serial >= kFirstSerial && serial < kEndSerial; }
+
   static Date fromParts(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
   // Today at midnight, and now, from the system clock in local time.
   static Date today();

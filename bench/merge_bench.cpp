@@ -2,11 +2,16 @@
 // fields, two dates) merged for each client of a generated practice of 10,000 companies with
 // their default contacts, and the time to build the field catalogue.
 //
+// The large-template runs check and merge RTF templates of 3 MB and 50 MB: the letter with an
+// embedded picture (a few fields in a sea of hex digits) and the letter repeated until the
+// size is reached (many fields). Both must take time in proportion to the size.
+//
 // The letter run is the many-records use of the engine: the catalogue is built once, the
 // recordsets hold whole tables and each merge seeks its client's rows. The single-document
 // run opens the recordsets of one client and builds the catalogue for every letter.
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <string>
 
 #include "base/module_state.hpp"
@@ -180,6 +185,100 @@ void BM_BuildCatalogue(benchmark::State& state) {
   state.counters["fields"] = rtb.FieldList().count();
 }
 BENCHMARK(BM_BuildCatalogue)->Arg(1)->Arg(8)->Unit(benchmark::kMicrosecond);
+
+// The letter as RTF source: escaped guillemets, one paragraph per line.
+std::string rtfLetter() {
+  std::string out;
+  for (const char* p = kLetter; *p != '\0'; ++p) {
+    if (p[0] == '\xC2' && p[1] == '\xAB') {
+      out += "\\'ab";
+      ++p;
+    } else if (p[0] == '\xC2' && p[1] == '\xBB') {
+      out += "\\'bb";
+      ++p;
+    } else if (p[0] == '\r' && p[1] == '\n') {
+      out += "\\par\r\n";
+      ++p;
+    } else {
+      out += *p;
+    }
+  }
+  return out;
+}
+
+// An RTF template of about `bytes` bytes. With a picture, the letter holds one PNG-like picture
+// in lower-case hex lines as a word processor writes it; without, the letter is repeated.
+std::string largeTemplate(size_t bytes, bool picture) {
+  const std::string letter = rtfLetter();
+  std::string out = "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\fswiss Arial;}}\\pard\\f0\\fs20 ";
+  if (picture) {
+    out += letter;
+    out += "{\\pict\\pngblip\\picw1600\\pich1200\\picwgoal9600\\pichgoal7200\r\n";
+    std::uint32_t state = 12345;
+    static const char kHex[] = "0123456789abcdef";
+    while (out.size() + 140 < bytes) {
+      for (int k = 0; k < 64; ++k) {
+        state = state * 1103515245u + 12345u;
+        out += kHex[(state >> 16) & 15];
+        out += kHex[(state >> 24) & 15];
+      }
+      out += "\r\n";
+    }
+    out += "}\\par\r\n";
+  } else {
+    while (out.size() + letter.size() < bytes) out += letter;
+  }
+  out += "}";
+  return out;
+}
+
+constexpr size_t kMegabyte = 1 << 20;
+
+void BM_CheckLargeTemplate(benchmark::State& state) {
+  practice();
+  const std::string text =
+      largeTemplate(static_cast<size_t>(state.range(0)) * kMegabyte, state.range(1) != 0);
+  lf::clsInsertFieldsInRTB rtb;
+  rtb.ListType = 1;
+  bool noListBox = true, clearListBox = true;
+  rtb.createDefaultFieldListStructure(noListBox, clearListBox);
+  bool fault = true;
+  for (auto _ : state) fault = rtb.testRTBComment(text, true, false, false);
+  if (fault) state.SkipWithError("the template did not pass the check");
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+  rtb.Terminate();
+}
+BENCHMARK(BM_CheckLargeTemplate)
+    ->ArgNames({"MB", "picture"})
+    ->ArgsProduct({{3, 50}, {1, 0}})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+
+void BM_MergeLargeTemplate(benchmark::State& state) {
+  practice();
+  lf::clsInsertFieldsInRTB rtb;
+  rtb.TemplateText =
+      largeTemplate(static_cast<size_t>(state.range(0)) * kMegabyte, state.range(1) != 0);
+  rtb.ListType = 1;
+  rtb.firmID = 1;
+  rtb.companyID = kFirstCompany;
+  rtb.contactID = kFirstContact;
+  rtb.initializeDataRecordsetsForSingleDocMerge();
+  size_t bytes = 0;
+  for (auto _ : state) {
+    std::string merged = rtb.parseRTBComment();
+    bytes = merged.size();
+    benchmark::DoNotOptimize(merged);
+  }
+  if (bytes == 0) state.SkipWithError("nothing merged");
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * rtb.TemplateText.size()));
+  rtb.Terminate();
+}
+BENCHMARK(BM_MergeLargeTemplate)
+    ->ArgNames({"MB", "picture"})
+    ->ArgsProduct({{3, 50}, {1, 0}})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <cctype>
 #include <cstdio>
+#include <cstring>
 #include <set>
 
 #include "base/failure.hpp"
@@ -18,8 +19,9 @@ enum class Tok { Word, Number, String, Quoted, DateLit, Punct, Semicolon };
 
 struct Token {
   Tok kind;
-  std::string text;   // translated text
-  std::string space;  // white space before the token
+  std::string text;              // translated text
+  std::string space;             // white space before the token
+  std::string_view source = {};  // the token as written
 };
 
 std::string upper(std::string_view s) {
@@ -119,49 +121,113 @@ bool parseSqlDateText(std::string_view text, std::string& isoOut) {
 
 namespace {
 
+// Character classes as SQLite's tokenizer has them, so that what this translator takes for one
+// token SQLite takes for the same token.
+bool isSqlSpace(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r';
+}
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+bool isHexDigit(char c) {
+  return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+bool isIdChar(char c) {
+  return isWordChar(c) || c == '$';
+}
+
+// The end of the number at i, read as SQLite reads one: 0x and hex digits, or digits, an
+// optional fraction and an optional exponent.
+size_t numberEnd(std::string_view sql, size_t i, bool& hex) {
+  auto at = [&](size_t k) { return k < sql.size() ? sql[k] : '\0'; };
+  hex = at(i) == '0' && (at(i + 1) == 'x' || at(i + 1) == 'X') && isHexDigit(at(i + 2));
+  size_t j = i;
+  if (hex) {
+    for (j = i + 2; isHexDigit(at(j));) ++j;
+    return j;
+  }
+  while (isDigit(at(j))) ++j;
+  if (at(j) == '.')
+    for (++j; isDigit(at(j));) ++j;
+  if ((at(j) == 'e' || at(j) == 'E') &&
+      (isDigit(at(j + 1)) || ((at(j + 1) == '+' || at(j + 1) == '-') && isDigit(at(j + 2)))))
+    for (j += 2; isDigit(at(j));) ++j;
+  return j;
+}
+
+// The text of a quoted run from i (the opening quote q) with doubled quotes undone; `end` is
+// set past the closing quote. Throws when the run is not closed.
+std::string quotedRun(std::string_view sql, size_t i, char q, size_t& end, const char* what) {
+  std::string raw;
+  size_t j = i + 1;
+  while (j < sql.size()) {
+    if (sql[j] == q) {
+      if (j + 1 < sql.size() && sql[j + 1] == q) {
+        raw += q;
+        j += 2;
+        continue;
+      }
+      end = j + 1;
+      return raw;
+    }
+    raw += sql[j++];
+  }
+  throw DatabaseFailure(what);
+}
+
+std::string quoteName(std::string_view name) {
+  std::string q = "\"";
+  for (char ch : name) q += ch == '"' ? std::string("\"\"") : std::string(1, ch);
+  return q + "\"";
+}
+
+// Splits a statement into tokens exactly where SQLite would, comments being white space, and
+// refuses what SQLite would take for something this translator does not know: parameter
+// markers, blob literals, numbers run into names, characters SQLite has no token for, NUL.
 std::vector<Token> tokenize(std::string_view sql) {
+  // SQLite ends a statement's text at a NUL, wherever it stands.
+  if (sql.find('\0') != std::string_view::npos)
+    throw DatabaseFailure("Syntax error: NUL character in the statement.");
   std::vector<Token> tokens;
   size_t i = 0;
   std::string space;
   bool ended = false;
   while (i < sql.size()) {
     char c = sql[i];
-    if (std::isspace(static_cast<unsigned char>(c))) {
+    if (isSqlSpace(c)) {
       space += c;
       ++i;
+      continue;
+    }
+    if (c == '-' && i + 1 < sql.size() && sql[i + 1] == '-') {  // to the end of the line
+      size_t j = sql.find('\n', i);
+      i = j == std::string_view::npos ? sql.size() : j;
+      space += ' ';
+      continue;
+    }
+    if (c == '/' && i + 1 < sql.size() && sql[i + 1] == '*') {
+      size_t j = i + 2 < sql.size() ? sql.find("*/", i + 2) : std::string_view::npos;
+      if (j == std::string_view::npos) throw DatabaseFailure("Syntax error: unclosed comment.");
+      i = j + 2;
+      space += ' ';
       continue;
     }
     if (ended) throw DatabaseFailure("Characters found after end of SQL statement.");
     Token tok{Tok::Punct, "", space};
     space.clear();
+    const size_t begin = i;
     if (c == '\'' || c == '"') {
-      std::string raw;
-      size_t j = i + 1;
-      bool closed = false;
-      while (j < sql.size()) {
-        if (sql[j] == c) {
-          if (j + 1 < sql.size() && sql[j + 1] == c) {
-            raw += c;
-            j += 2;
-            continue;
-          }
-          closed = true;
-          break;
-        }
-        raw += sql[j++];
-      }
-      if (!closed) throw DatabaseFailure("Syntax error in string in query expression.");
       tok.kind = Tok::String;
-      tok.text = quoteString(raw);
-      i = j + 1;
+      tok.text =
+          quoteString(quotedRun(sql, i, c, i, "Syntax error in string in query expression."));
+    } else if (c == '`') {
+      tok.kind = Tok::Quoted;
+      tok.text = quoteName(quotedRun(sql, i, c, i, "Syntax error: unclosed `name`."));
     } else if (c == '[') {
       size_t j = sql.find(']', i);
       if (j == std::string_view::npos) throw DatabaseFailure("Syntax error: unclosed [name].");
-      std::string name(sql.substr(i + 1, j - i - 1));
-      std::string q = "\"";
-      for (char ch : name) q += ch == '"' ? std::string("\"\"") : std::string(1, ch);
       tok.kind = Tok::Quoted;
-      tok.text = q + "\"";
+      tok.text = quoteName(sql.substr(i + 1, j - i - 1));
       i = j + 1;
     } else if (c == '#') {
       size_t j = sql.find('#', i + 1);
@@ -175,18 +241,22 @@ std::vector<Token> tokenize(std::string_view sql) {
       tok.text = "'" + iso + "'";
       i = j + 1;
     } else if (isWordStart(c)) {
+      if (static_cast<unsigned char>(c) == 0xEF && sql.substr(i, 3) == "\xEF\xBB\xBF")
+        throw DatabaseFailure("Syntax error: byte order mark in the statement.");
+      if ((c == 'x' || c == 'X') && i + 1 < sql.size() && sql[i + 1] == '\'')
+        throw DatabaseFailure("Syntax error: blob literals are not supported.");
       size_t j = i;
-      while (j < sql.size() && isWordChar(sql[j])) ++j;
+      while (j < sql.size() && isIdChar(sql[j])) ++j;
       tok.kind = Tok::Word;
       tok.text = std::string(sql.substr(i, j - i));
       i = j;
-    } else if (std::isdigit(static_cast<unsigned char>(c)) ||
-               (c == '.' && i + 1 < sql.size() &&
-                std::isdigit(static_cast<unsigned char>(sql[i + 1])))) {
-      size_t j = i;
-      while (j < sql.size() && (std::isalnum(static_cast<unsigned char>(sql[j])) || sql[j] == '.'))
-        ++j;
-      tok.kind = Tok::Number;
+    } else if (isDigit(c) || (c == '.' && i + 1 < sql.size() && isDigit(sql[i + 1]))) {
+      bool hex = false;
+      size_t j = numberEnd(sql, i, hex);
+      if (j < sql.size() && isIdChar(sql[j]))
+        throw DatabaseFailure("Syntax error in number in query expression '" +
+                              std::string(sql.substr(i, j - i + 1)) + "'.");
+      tok.kind = hex ? Tok::Punct : Tok::Number;  // a hex number stays in the text
       tok.text = std::string(sql.substr(i, j - i));
       i = j;
     } else if (c == ';') {
@@ -195,17 +265,62 @@ std::vector<Token> tokenize(std::string_view sql) {
       ++i;
       continue;  // the closing ";" is dropped
     } else {
-      static const std::array<const char*, 4> pairs = {"<>", "<=", ">=", "!="};
-      tok.text = std::string(1, c);
-      for (const char* p : pairs)
-        if (sql.substr(i, 2) == p) tok.text = p;
+      // The operators of SQLite, longest first; "&" is the Access concatenation.
+      static const std::array<std::string_view, 19> operators = {
+          "->>", "<>", "<=", ">=", "!=", "==", "<<", ">>", "||", "->",
+          "(",   ")",  "+",  "-",  "*",  "/",  "%",  ",",  "."};
+      static const std::string_view singles = "<>=|&~";
+      for (std::string_view op : operators)
+        if (sql.substr(i, op.size()) == op) {
+          tok.text = std::string(op);
+          break;
+        }
+      if (tok.text.empty() && singles.find(c) != std::string_view::npos) tok.text = c;
+      if (tok.text.empty()) {
+        char code[8];
+        std::snprintf(code, sizeof code, "0x%02X", static_cast<unsigned char>(c));
+        throw DatabaseFailure(std::string("Syntax error: unexpected character ") + code +
+                              " in query expression.");
+      }
+      i += tok.text.size();
       if (tok.text == "&") tok.text = "||";
-      i += tok.text == "||" ? 1 : tok.text.size();
     }
+    tok.source = sql.substr(begin, i - begin);
     tokens.push_back(std::move(tok));
   }
   return tokens;
 }
+
+// Two tokens written with nothing between them that SQLite could read as other tokens than
+// these two ("x" and '...' as a blob, '' as a doubled quote, "1" and ".5" as one number,
+// "|" and "||" as "||" and "|", "?" and a digit as a numbered parameter).
+bool mayJoin(char a, char b) {
+  auto word = [](char ch) { return isIdChar(ch) || ch == '.'; };
+  auto quote = [](char ch) { return ch == '\'' || ch == '"' || ch == '`'; };
+  auto op = [](char ch) { return ch != '\0' && std::strchr("<>=!|-/*&", ch) != nullptr; };
+  return (word(a) && word(b)) || (isIdChar(a) && b == '\'') || (quote(a) && quote(b)) ||
+         (op(a) && op(b)) || (a == '?' && isDigit(b));
+}
+
+// A statement being written out token by token: a token that the translation changed gets a
+// blank before it, or after it, where it would otherwise run into its neighbour.
+class Writer {
+ public:
+  void add(std::string_view space, std::string_view piece, bool changed) {
+    if (piece.empty()) return;
+    if (space.empty() && (changed || lastChanged_) && mayJoin(last_, piece.front())) text_ += ' ';
+    text_ += space;
+    text_ += piece;
+    last_ = piece.back();
+    lastChanged_ = changed;
+  }
+  std::string& text() { return text_; }
+
+ private:
+  std::string text_;
+  char last_ = '\0';
+  bool lastChanged_ = false;
+};
 
 bool isWord(const Token& t, const char* word) {
   return t.kind == Tok::Word && upper(t.text) == word;
@@ -256,6 +371,7 @@ std::string unquoted(const Token& t) {
 
 TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) {
   std::vector<Token> tokens = tokenize(accessSql);
+  if (tokens.empty()) throw DatabaseFailure("Syntax error: the statement is empty.");
   TranslatedSql result;
 
   for (size_t i = 0; i < tokens.size(); ++i) {
@@ -336,21 +452,21 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
     }
   }
 
-  std::string out, parameterized;
+  Writer out, parameterized;
   for (size_t i = 0; i < tokens.size(); ++i) {
     if (plain && i == fromIndex && fromIndex > 0 && !result.tables.empty()) {
       std::string rowids;
       for (size_t k = 0; k < result.tables.size(); ++k)
         rowids +=
             ", \"" + result.tables[k].alias + "\".rowid AS \"__rowid" + std::to_string(k) + "\"";
-      out += rowids;
-      parameterized += rowids;
+      out.add("", rowids, true);
+      parameterized.add("", rowids, true);
       result.rowidsAppended = true;
     }
-    std::string space = i > 0 ? tokens[i].space : "";
-    out += space;
-    out += tokens[i].text;
     const Token& t = tokens[i];
+    std::string_view space = i > 0 ? std::string_view(t.space) : std::string_view();
+    const bool changed = t.text != t.source;
+    out.add(space, t.text, changed);
     bool literal = (t.kind == Tok::Number || t.kind == Tok::DateLit ||
                     (t.kind == Tok::String && t.text.find(" ESCAPE ") == std::string::npos));
     if (plain && literal) {
@@ -365,13 +481,13 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
         }
       }
       result.parameters.push_back(std::move(parameter));
-      parameterized += space + "?";
+      parameterized.add(space, "?", true);
     } else {
-      parameterized += space + t.text;
+      parameterized.add(space, t.text, changed);
     }
   }
-  result.sql = out;
-  result.parameterizedSql = plain ? parameterized : out;
+  result.sql = std::move(out.text());
+  result.parameterizedSql = plain ? std::move(parameterized.text()) : result.sql;
   if (!plain) result.parameters.clear();
   return result;
 }

@@ -1,10 +1,18 @@
 // Translation of the Access-dialect statements of the system into SQLite.
 //
 // Handles: #date# literals (ISO, m/d/yyyy and "mmmm d, yyyy" forms, with an optional time)
-// into 'YYYY-MM-DD HH:MM:SS' text; True/False into 1/0; [bracketed names] and double-quoted
-// strings; Like patterns with * and ?; & concatenation; DISTINCTROW; the closing ";".
-// A second statement after a ";" is refused, so that a value holding "'; DROP TABLE" can make
-// a statement fail but never run another one.
+// into 'YYYY-MM-DD HH:MM:SS' text; True/False into 1/0; [bracketed] and `quoted` names and
+// double-quoted strings; Like patterns with * and ?; & concatenation; DISTINCTROW; the
+// closing ";". A second statement after a ";" is refused, so that a value holding
+// "'; DROP TABLE" can make a statement fail but never run another one.
+//
+// The translator is the one gate between statement text and SQLite, so it splits the text
+// into tokens exactly where SQLite does: quotes, brackets, backticks and numbers end where
+// SQLite ends them, and "--" and "/* */" comments are white space (they are left out of the
+// translation). What SQLite would read as something the translator does not know is refused:
+// parameter markers (? : @ $), blob literals, a number run into a name, an unclosed comment,
+// a character SQLite has no token for, NUL. SQLite therefore sees one statement with exactly
+// the parameters counted here.
 //
 // For a plain SELECT the translation also names the tables of the FROM clause and appends
 // one rowid column per table to the select list, so that the recordset can write its rows
@@ -37,8 +45,8 @@ struct TranslatedSql {
   std::vector<Parameter> parameters;
 };
 
-// Throws DatabaseFailure for a malformed statement (unterminated literal, bad date,
-// more than one statement).
+// Throws DatabaseFailure for a malformed statement (unterminated literal or comment, bad
+// date, more than one statement, a token refused above).
 TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids = true);
 
 // Parses the text between # marks of a date literal (also used for date text written to

@@ -4,6 +4,18 @@
 #include <fmt/format.h>
 
 namespace lf {
+namespace {
+
+// The text as JSON can carry it. Texts come from source databases in legacy code pages too;
+// what is not UTF-8 becomes U+FFFD, by the JSON writer's own replacement, so that writing the
+// report never fails.
+std::string utf8(const std::string& text) {
+  const std::string quoted =
+      nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+  return nlohmann::json::parse(quoted).get<std::string>();
+}
+
+}  // namespace
 
 void StageCounters::skip(const std::string& reason) {
   ++skipped;
@@ -16,23 +28,25 @@ void StageCounters::fail(const std::string& reason) {
 }
 
 void RunReport::addMessage(const std::string& text, int kind) {
-  messages_.push_back({{"text", text}, {"kind", kind}});
+  messages_.push_back({{"text", utf8(text)}, {"kind", kind}});
 }
 
 void RunReport::addQuestion(const std::string& text, int kind, int answer,
                             const std::string& answeredBy) {
-  questions_.push_back({{"text", text},
+  questions_.push_back({{"text", utf8(text)},
                         {"kind", kind},
                         {"answer", answer == 0 ? "yes" : "no"},
-                        {"answeredBy", answeredBy}});
+                        {"answeredBy", utf8(answeredBy)}});
 }
 
 void RunReport::addError(const std::string& procedure, long number, const std::string& description,
                          const std::vector<std::string>& trace, int action) {
-  errors_.push_back({{"procedure", procedure},
+  std::vector<std::string> lines;
+  for (const std::string& line : trace) lines.push_back(utf8(line));
+  errors_.push_back({{"procedure", utf8(procedure)},
                      {"number", number},
-                     {"description", description},
-                     {"trace", trace},
+                     {"description", utf8(description)},
+                     {"trace", lines},
                      {"action", action}});
 }
 
@@ -51,7 +65,7 @@ nlohmann::json RunReport::toJson() const {
   nlohmann::json stages = nlohmann::json::array();
   for (const std::string& name : stageOrder_) {
     const StageCounters& c = stages_.at(name);
-    stages.push_back({{"stage", name},
+    stages.push_back({{"stage", utf8(name)},
                       {"read", c.read},
                       {"created", c.created},
                       {"updated", c.updated},

@@ -125,7 +125,9 @@ class clsInsertFieldsInRTB {
   void closeDataRecordsets();
 
   // ---- Text and lists ----
-  bool replaceText(std::string& text, std::string_view token, std::string_view value);
+  // `first`, when given, is the place of the token's first occurrence, already found.
+  bool replaceText(std::string& text, std::string_view token, std::string_view value,
+                   size_t first = std::string_view::npos);
   std::string removeBlankLinesFromRTFText(std::string& text);
   bool replaceUnfoundMergeFieldsWithBlanks(std::string& text);
   std::string getDBFieldFromListItem(long itemData);

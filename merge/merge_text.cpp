@@ -21,29 +21,77 @@ size_t characterLength(unsigned char lead) {
   return 4;
 }
 
+enum class Blanking { Done, Tangled, Unclosed };
+
+// The blanking of replaceUnfoundMergeFieldsWithBlanks for one delimiter pair in one pass.
+// That procedure removes the first span and every exact copy of it, then looks again from the
+// start. Where no span holds a second opening delimiter (escaped: no backslash at all) and no
+// removal joins the bytes on its two sides into an opening delimiter, every copy of a removed
+// span is met later as a span of its own, so removing each span as it is met gives the same
+// text in linear time. Any other text answers Tangled and is left alone. Unclosed (plain pair
+// only): an opening delimiter without a closing one after it; the text holds what was removed
+// before it.
+Blanking blankSpansInOnePass(std::string& text, std::string_view open, std::string_view close,
+                             bool& removed) {
+  const bool escaped = open.front() == '\\';
+  const size_t closeKept = characterLength(static_cast<unsigned char>(close.front()));
+  size_t o = merge::findNoCase(text, open);
+  if (o == std::string_view::npos) return Blanking::Done;
+  std::string out;
+  out.reserve(text.size());
+  size_t copied = 0;  // text[copied..] is not in out yet
+  bool any = false;
+  Blanking result = Blanking::Done;
+  while (o != std::string_view::npos) {
+    size_t c = merge::findNoCase(text, close, o + open.size());
+    if (c == std::string_view::npos) {
+      // An escaped span ends at the backslash of its closing delimiter, so a copy of an
+      // earlier span can stand beyond the last closing delimiter.
+      if (escaped) return Blanking::Tangled;
+      result = Blanking::Unclosed;
+      break;
+    }
+    std::string_view inner(text.data() + o + open.size(), c - o - open.size());
+    if (escaped ? inner.find('\\') != std::string_view::npos
+                : merge::findNoCase(inner, open) != std::string_view::npos)
+      return Blanking::Tangled;
+    out.append(text, copied, o - copied);
+    copied = c + closeKept;
+    any = true;
+    if (!escaped && !out.empty() && copied < text.size() && out.back() == open[0] &&
+        text[copied] == open[1])
+      return Blanking::Tangled;
+    o = merge::findNoCase(text, open, copied);
+  }
+  out.append(text, copied, std::string::npos);
+  text.swap(out);
+  removed = removed || any;
+  return result;
+}
+
 }  // namespace
 
 bool clsInsertFieldsInRTB::replaceText(std::string& text, std::string_view token,
-                                       std::string_view value) {
+                                       std::string_view value, size_t first) {
   bool replaced = false;
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-replaceText", [&] {
-    if (!ConvertStrToRTF) {
-      replaced = merge::replaceNoCase(text, token, value) > 0;
-      return;
-    }
-    size_t pos = merge::findNoCase(text, token);
+    size_t pos = first != std::string_view::npos ? first : merge::findNoCase(text, token);
     if (pos == std::string_view::npos) {
       // The escaped form is looked for and nothing is done with it: the text stays.
-      (void)merge::findNoCase(text, convertFieldName(token));
+      if (ConvertStrToRTF) (void)merge::findNoCase(text, convertFieldName(token));
+      return;
+    }
+    if (!ConvertStrToRTF) {
+      replaced = merge::replaceNoCase(text, token, value, -1, pos) > 0;
       return;
     }
     // A field right after a word gets a separating blank, judged by its first occurrence.
     if (pos == 0 || text[pos - 1] == ' ') {
-      replaced = merge::replaceNoCase(text, token, value) > 0;
+      replaced = merge::replaceNoCase(text, token, value, -1, pos) > 0;
     } else {
       std::string spaced = " ";
       spaced += value;
-      replaced = merge::replaceNoCase(text, token, spaced) > 0;
+      replaced = merge::replaceNoCase(text, token, spaced, -1, pos) > 0;
     }
   });
   return replaced;
@@ -72,7 +120,9 @@ bool clsInsertFieldsInRTB::replaceUnfoundMergeFieldsWithBlanks(std::string& text
     for (const auto& pair : pairs) {
       const std::string_view open = pair[0];
       const std::string_view close = pair[1];
-      for (;;) {
+      Blanking fast = blankSpansInOnePass(text, open, close, removed);
+      if (fast == Blanking::Unclosed) throw Failure("Invalid procedure call or argument", 5);
+      while (fast == Blanking::Tangled) {
         size_t o = merge::findNoCase(text, open);
         if (o == std::string_view::npos) break;
         size_t c = merge::findNoCase(text, close, o + open.size());

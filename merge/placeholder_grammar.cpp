@@ -5,6 +5,8 @@
 // the RTF escapes \'ab and \'bb. All searches and rewrites ignore case; the date format
 // check of testRTBComment does not.
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <unordered_set>
 #include <vector>
 
@@ -119,104 +121,138 @@ const std::string_view kCorpTaxTokens[] = {
     "«P.E.I. Corp. Tax Number»",
 };
 
-void apply(std::string& text, std::initializer_list<Rewrite> rewrites) {
-  for (const Rewrite& r : rewrites) replaceNoCase(text, r.from, r.to);
+// The rewrites of one text. Which pairs of adjacent bytes (case folded) the text holds is
+// known, so that a rewrite whose search text has a pair the text lacks is skipped without a
+// search of the whole text; the pairs that a replacement can bring in are added as it is made.
+class Rewriter {
+ public:
+  explicit Rewriter(std::string& text) : text_(text) {
+    if (text.empty()) return;
+    size_t last = merge::foldByte(text[0]);
+    for (size_t i = 1; i < text.size(); ++i) {
+      const size_t next = merge::foldByte(text[i]);
+      add(last << 8 | next);
+      last = next;
+    }
+  }
+  void operator()(std::string_view from, std::string_view to) {
+    for (size_t i = 1; i < from.size(); ++i)
+      if (!has(pair(from[i - 1], from[i]))) return;
+    if (replaceNoCase(text_, from, to) == 0) return;
+    if (to.empty()) {  // the bytes around it meet: any pair may be new
+      std::fill(std::begin(pairs_), std::end(pairs_), ~std::uint64_t{0});
+      return;
+    }
+    // The pairs inside the new text, and any pair at its two ends.
+    for (size_t i = 1; i < to.size(); ++i) add(pair(to[i - 1], to[i]));
+    for (int c = 0; c < 256; ++c) {
+      add(pair(static_cast<char>(c), to.front()));
+      add(pair(to.back(), static_cast<char>(c)));
+    }
+  }
+
+ private:
+  static size_t pair(char a, char b) {
+    return static_cast<size_t>(merge::foldByte(a)) << 8 | merge::foldByte(b);
+  }
+  void add(size_t pair) { pairs_[pair >> 6] |= std::uint64_t{1} << (pair & 63); }
+  bool has(size_t pair) const { return (pairs_[pair >> 6] >> (pair & 63)) & 1; }
+
+  std::string& text_;
+  std::uint64_t pairs_[65536 / 64] = {};
+};
+
+void apply(Rewriter& rewrite, std::initializer_list<Rewrite> rewrites) {
+  for (const Rewrite& r : rewrites) rewrite(r.from, r.to);
 }
 
-void corpTaxTo(std::string& text, std::string_view target, std::string_view keep = {}) {
+void corpTaxTo(Rewriter& rewrite, std::string_view target, std::string_view keep = {}) {
   for (std::string_view token : kCorpTaxTokens)
-    if (token != target && token != keep) replaceNoCase(text, token, target);
+    if (token != target && token != keep) rewrite(token, target);
 }
 
 // The rewrites of the user's province.
-void applyProvince(std::string& text, int province, const Date& today) {
+void applyProvince(Rewriter& rewrite, int province, const Date& today) {
   // British Columbia and Ontario: the date test comes first and the unconditional
   // «HST Number» to «GST Number» after it undoes it, so these provinces always end with
   // «GST Number». Intended.
   auto dateTest = [&] {
-    if (today.datePart() >= Date::fromParts(2010, 7, 1))
-      replaceNoCase(text, "«GST Number»", "«HST Number»");
+    if (today.datePart() >= Date::fromParts(2010, 7, 1)) rewrite("«GST Number»", "«HST Number»");
   };
   auto westernBoard = [&] {
-    apply(text, {{"«WSIB Number»", "«WCB Number»"},
-                 {"«NEQ Number»", "«WCB Number»"},
-                 {"«WHSCC Number»", "«WCB Number»"},
-                 {"«WSIB Premium Rate»", "«WCB Premium Rate»"}});
+    apply(rewrite, {{"«WSIB Number»", "«WCB Number»"},
+                    {"«NEQ Number»", "«WCB Number»"},
+                    {"«WHSCC Number»", "«WCB Number»"},
+                    {"«WSIB Premium Rate»", "«WCB Premium Rate»"}});
   };
   switch (province) {
     case 0:
       westernBoard();
-      apply(text, {{"«HST Number»", "«GST Number»"}});
-      corpTaxTo(text, "«Alberta Corp. Tax Number»");
+      apply(rewrite, {{"«HST Number»", "«GST Number»"}});
+      corpTaxTo(rewrite, "«Alberta Corp. Tax Number»");
       break;
     case 1:
       westernBoard();
       dateTest();
-      apply(text, {{"«HST Number»", "«GST Number»"}});
-      corpTaxTo(text, "«BC Corp. Tax Number»");
+      apply(rewrite, {{"«HST Number»", "«GST Number»"}});
+      corpTaxTo(rewrite, "«BC Corp. Tax Number»");
       break;
     case 2:
       westernBoard();
-      apply(text, {{"«HST Number»", "«GST Number»"}});
-      corpTaxTo(text, "«Manitoba Corp. Tax Number»");
+      apply(rewrite, {{"«HST Number»", "«GST Number»"}});
+      corpTaxTo(rewrite, "«Manitoba Corp. Tax Number»");
       break;
     case 4:
       westernBoard();
-      apply(text, {{"«HST Number»", "«GST Number»"}});
-      corpTaxTo(text, "«Sask. Corp. Tax Number»");
+      apply(rewrite, {{"«HST Number»", "«GST Number»"}});
+      corpTaxTo(rewrite, "«Sask. Corp. Tax Number»");
       break;
     case 8:
-      apply(text, {{"«WSIB Number»", "«NEQ Number»"},
-                   {"«WHSCC Number»", "«WCB Number»"},
-                   {"«WSIB Premium Rate»", "«CSST Premium Rate»"},
-                   {"«HST Number»", "«GST Number»"}});
+      apply(rewrite, {{"«WSIB Number»", "«NEQ Number»"},
+                      {"«WHSCC Number»", "«WCB Number»"},
+                      {"«WSIB Premium Rate»", "«CSST Premium Rate»"},
+                      {"«HST Number»", "«GST Number»"}});
       // The Saskatchewan number is left alone in Quebec: intended.
-      corpTaxTo(text, "«Que. Corp. Tax Number»", "«Sask. Corp. Tax Number»");
-      apply(text, {{"«ON Corp. MCBS Number»", "«Quebec ID Number»"}});
+      corpTaxTo(rewrite, "«Que. Corp. Tax Number»", "«Sask. Corp. Tax Number»");
+      apply(rewrite, {{"«ON Corp. MCBS Number»", "«Quebec ID Number»"}});
       break;
     case 9:
-      apply(text, {{"«WSIB Number»", "«WCB Number»"},
-                   {"«WHSCC Number»", "«WCB Number»"},
-                   {"«NEQ Number»", "«WCB Number»"},
-                   {"«WSIB Premium Rate»", "«WCB Premium Rate»"},
-                   {"«GST Number»", "«HST Number»"}});
-      corpTaxTo(text, "«N.S. Corp. Tax Number»");
+      apply(rewrite, {{"«WSIB Number»", "«WCB Number»"},
+                      {"«WHSCC Number»", "«WCB Number»"},
+                      {"«NEQ Number»", "«WCB Number»"},
+                      {"«WSIB Premium Rate»", "«WCB Premium Rate»"},
+                      {"«GST Number»", "«HST Number»"}});
+      corpTaxTo(rewrite, "«N.S. Corp. Tax Number»");
       break;
     case 10:
     case 11:
-      apply(text, {{"«WSIB Number»", "«WHSCC Number»"},
-                   {"«WCB Number»", "«WHSCC Number»"},
-                   {"«NEQ Number»", "«WHSCC Number»"},
-                   {"«WSIB Premium Rate»", "«WHSCC Premium Rate»"},
-                   {"«GST Number»", "«HST Number»"}});
-      corpTaxTo(text, province == 10 ? "«N.B. Corp. Tax Number»" : "«Nfld. Corp. Tax Number»");
+      apply(rewrite, {{"«WSIB Number»", "«WHSCC Number»"},
+                      {"«WCB Number»", "«WHSCC Number»"},
+                      {"«NEQ Number»", "«WHSCC Number»"},
+                      {"«WSIB Premium Rate»", "«WHSCC Premium Rate»"},
+                      {"«GST Number»", "«HST Number»"}});
+      corpTaxTo(rewrite, province == 10 ? "«N.B. Corp. Tax Number»" : "«Nfld. Corp. Tax Number»");
       break;
     case 12:
-      apply(text, {{"«WSIB Number»", "«WCB Number»"},
-                   {"«WHSCC Number»", "«WCB Number»"},
-                   {"«NEQ Number»", "«WCB Number»"},
-                   {"«WSIB Premium Rate»", "«WCB Premium Rate»"},
-                   {"«HST Number»", "«GST Number»"}});
-      corpTaxTo(text, "«P.E.I. Corp. Tax Number»");
+      apply(rewrite, {{"«WSIB Number»", "«WCB Number»"},
+                      {"«WHSCC Number»", "«WCB Number»"},
+                      {"«NEQ Number»", "«WCB Number»"},
+                      {"«WSIB Premium Rate»", "«WCB Premium Rate»"},
+                      {"«HST Number»", "«GST Number»"}});
+      corpTaxTo(rewrite, "«P.E.I. Corp. Tax Number»");
       break;
     default:  // Ontario and any other index
-      apply(text, {{"«WCB Number»", "«WSIB Number»"},
-                   {"«NEQ Number»", "«WSIB Number»"},
-                   {"«WHSCC Number»", "«WSIB Number»"},
-                   {"«WCB Premium Rate»", "«WSIB Premium Rate»"},
-                   {"«WCB Firm Number»", "«WSIB Firm Number»"}});
+      apply(rewrite, {{"«WCB Number»", "«WSIB Number»"},
+                      {"«NEQ Number»", "«WSIB Number»"},
+                      {"«WHSCC Number»", "«WSIB Number»"},
+                      {"«WCB Premium Rate»", "«WSIB Premium Rate»"},
+                      {"«WCB Firm Number»", "«WSIB Firm Number»"}});
       dateTest();
-      apply(text, {{"«HST Number»", "«GST Number»"}});
-      corpTaxTo(text, "«ON Corp. Tax Number»");
-      apply(text, {{"«Quebec ID Number»", "«ON Corp. MCBS Number»"}});
+      apply(rewrite, {{"«HST Number»", "«GST Number»"}});
+      corpTaxTo(rewrite, "«ON Corp. Tax Number»");
+      apply(rewrite, {{"«Quebec ID Number»", "«ON Corp. MCBS Number»"}});
       break;
   }
-}
-
-// VB-style InStr: 1-based position, 0 when absent.
-size_t inStr(std::string_view text, std::string_view needle) {
-  size_t p = merge::findNoCase(text, needle);
-  return p == std::string_view::npos ? 0 : p + 1;
 }
 
 // The token spans present in a text (what stands between each opening delimiter and the
@@ -277,13 +313,14 @@ bool isSafeName(std::string_view name) {
 
 std::string clsInsertFieldsInRTB::convertProvinceFields(std::string text) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-convertProvinceFields", [&] {
-    for (const Rewrite& r : kCommonRewrites) replaceNoCase(text, r.from, r.to);
+    Rewriter rewrite(text);
+    for (const Rewrite& r : kCommonRewrites) rewrite(r.from, r.to);
     const int country = merge::localeCountryMode();
     if (country == kCountryUnitedStates) {
-      for (const Rewrite& r : kUnitedStatesRewrites) replaceNoCase(text, r.from, r.to);
+      for (const Rewrite& r : kUnitedStatesRewrites) rewrite(r.from, r.to);
     } else if (country == kCountryCanada) {
-      applyProvince(text, merge::localeProvinceIndex(), today());
-      for (const Rewrite& r : kCanadaRewrites) replaceNoCase(text, r.from, r.to);
+      applyProvince(rewrite, merge::localeProvinceIndex(), today());
+      for (const Rewrite& r : kCanadaRewrites) rewrite(r.from, r.to);
     }
   });
   return text;
@@ -326,8 +363,16 @@ bool clsInsertFieldsInRTB::testRTBComment(std::string text, bool isRTFText, bool
     const std::string open = isRTFText ? convertFieldName(kOpen) : std::string(kOpen);
     const std::string close = isRTFText ? convertFieldName(kClose) : std::string(kClose);
 
-    size_t openPos = inStr(text, open);
-    size_t closePos = inStr(text, close);
+    // The walk shortens the text from the left; `rest` marks where the shortened text begins,
+    // so that no copy is made per expression. Positions are 1-based within the rest, 0 when
+    // absent, as the comparisons below need.
+    size_t rest = 0;
+    auto inRest = [&](std::string_view needle) {
+      size_t p = merge::findNoCase(text, needle, rest);
+      return p == std::string_view::npos ? 0 : p - rest + 1;
+    };
+    size_t openPos = inRest(open);
+    size_t closePos = inRest(close);
     // An absent closing delimiter counts as 0, so a lone opening one reports M1; a lone
     // closing one passes. Both intended.
     if (closePos < openPos) {
@@ -335,11 +380,11 @@ bool clsInsertFieldsInRTB::testRTBComment(std::string text, bool isRTFText, bool
       sendFault(showErrors, kM1);
     }
     while (openPos >= 1 && !fault) {
-      size_t exprStart = openPos - 1 + open.size();
+      size_t exprStart = rest + openPos - 1 + open.size();
       size_t next = merge::findNoCase(text, close, exprStart);
+      if (next == std::string_view::npos) next = text.size();
       std::string expression = text.substr(exprStart, next - exprStart);
-      text = text.substr(next + close.size());
-
+      rest = std::min(next + close.size(), text.size());
       std::string name = expression;
       if (!expression.empty() && expression.front() == '(') {
         if (expression.back() != ')') {
@@ -377,8 +422,8 @@ bool clsInsertFieldsInRTB::testRTBComment(std::string text, bool isRTFText, bool
                                   " Pad did not recognize: «" + name +
                                   "» as a valid placeholder field name.");
       }
-      openPos = inStr(text, open);
-      closePos = inStr(text, close);
+      openPos = inRest(open);
+      closePos = inRest(close);
       // Runs even with the fault already up, so one call can send two messages.
       if (closePos < openPos) {
         fault = true;
@@ -418,19 +463,28 @@ std::string clsInsertFieldsInRTB::parseTodaysDateInRTBComment(std::string& text,
                                                               std::string_view open,
                                                               std::string_view close) {
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-parseTodaysDateInRTBComment", [&] {
-    std::string token;
-    for (const merge::DateFormatRow& row : merge::kDateFormats) {
-      token.assign(open);
-      token += "(Todays Date, ";
-      token += row.token;
-      token += ')';
-      token += close;
-      size_t pos = merge::findNoCase(text, token);
+    std::vector<std::string> tokens;
+    for (const merge::DateFormatRow& row : merge::kDateFormats)
+      tokens.push_back(std::string(open) + "(Todays Date, " + std::string(row.token) + ")" +
+                       std::string(close));
+    // The formats that stand in the text, from one walk over the places where a today token
+    // begins, so that the text is searched only for those. A date value brings in no token.
+    const std::string start = std::string(open) + "(Todays Date, ";
+    std::vector<bool> present(tokens.size(), false);
+    for (size_t p = merge::findNoCase(text, start); p != std::string_view::npos;
+         p = merge::findNoCase(text, start, p + 1))
+      for (size_t k = 0; k < tokens.size(); ++k)
+        if (!present[k] &&
+            merge::equalsNoCase(std::string_view(text).substr(p, tokens[k].size()), tokens[k]))
+          present[k] = true;
+    for (size_t k = 0; k < tokens.size(); ++k) {
+      if (!present[k]) continue;
+      size_t pos = merge::findNoCase(text, tokens[k]);
       if (pos == std::string_view::npos) continue;
       mergeText_ = &text;
       mergeTokenPosition_ = pos;
-      std::string value = getTodaysDate(row.todayPattern);
-      replaceText(text, token, value);
+      std::string value = getTodaysDate(merge::kDateFormats[k].todayPattern);
+      replaceText(text, tokens[k], value, pos);
       mergeText_ = nullptr;
     }
   });
@@ -453,7 +507,7 @@ bool clsInsertFieldsInRTB::runDelimiterPass(std::string& text, std::string_view 
     mergeTokenPosition_ = pos;
     std::string value = getDataFieldInfo(itemKey, pattern);
     mergeText_ = nullptr;
-    replaceText(text, token, value);
+    replaceText(text, token, value, pos);
     replaced = true;
     if (couldFormDelimiter(value)) index.build(text, open, close);
   };

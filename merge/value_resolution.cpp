@@ -508,6 +508,7 @@ std::string clsInsertFieldsInRTB::getDataFieldFromRecordset(std::string& field) 
 std::string clsInsertFieldsInRTB::getTimeDurationFieldValue(const Date& start, const Date& end) {
   std::string result;
   procedure("Ledgerfolio.exe-clsInsertFieldsInRTB-getTimeDurationFieldValue", [&] {
+    if (!start.isValid() || !end.isValid()) return;  // no time: no duration
     long minutes = std::lround(std::fabs(end.serial - start.serial) * 1440.0);
     result = GeneralUtilities::minutesToText(minutes);
   });

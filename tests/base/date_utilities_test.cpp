@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace lf {
 namespace {
 
@@ -65,6 +67,22 @@ TEST(DateUtilitiesArithmetic, CountsMinuteBoundariesAndComparesWithinASecond) {
             1);
   EXPECT_TRUE(DateUtilities::datesAreEqual(start, Date{start.serial + 0.5 / 86400}));
   EXPECT_FALSE(DateUtilities::datesAreEqual(start, DateUtilities::addSeconds(start, 1)));
+}
+
+TEST(DateUtilitiesArithmetic, LeavingTheDateRangeGivesTheNeutralDate) {
+  const Date start = Date::fromParts(2010, 1, 31);
+  EXPECT_EQ(DateUtilities::addDays(Date{1e300}, 1), Date{});
+  EXPECT_EQ(DateUtilities::addMonths(start, std::numeric_limits<long>::max()), Date{});
+  EXPECT_EQ(DateUtilities::addMonths(start, std::numeric_limits<long>::min()), Date{});
+  EXPECT_EQ(DateUtilities::addYears(Date::fromParts(9999, 6, 1), 1), Date{});
+  EXPECT_EQ(DateUtilities::addSeconds(start, std::numeric_limits<long long>::max()), Date{});
+  EXPECT_EQ(DateUtilities::addMinutes(start, std::numeric_limits<long long>::min()), Date{});
+  EXPECT_EQ(DateUtilities::addHours(start, 1e300), Date{});
+  EXPECT_EQ(DateUtilities::addDays(start, std::numeric_limits<long>::max()), Date{});
+  EXPECT_EQ(DateUtilities::minutesBetween(Date{-1e300}, Date{0.5}), 720);
+  // Up to the last day is still a date.
+  EXPECT_EQ(DateUtilities::addYears(Date::fromParts(9998, 12, 31), 1),
+            Date::fromParts(9999, 12, 31));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace lf {
 namespace {
 
@@ -100,6 +102,21 @@ TEST(LegacyFormatValue, PicksTheFormatterByTheValue) {
   EXPECT_EQ(formatValue(Variant::real(-5), "$#,##0.00;$-#,##0.00"), "$-5.00");
   EXPECT_EQ(formatValue(Variant::text("n/a"), "0.00"), "n/a");
   EXPECT_EQ(formatValue(Variant::null(), "0.00"), "");
+}
+
+TEST(LegacyFormatValue, ValuesOutOfRangeGiveTheEmptyText) {
+  // "%" scales 1e308 past the largest double: no text, and no reading past "inf".
+  EXPECT_EQ(formatNumber(1e308, "0%"), "");
+  EXPECT_EQ(formatNumber(-1e308, "0%"), "");
+  EXPECT_EQ(formatNumber(-1e308, "0%;(0%)"), "");
+  EXPECT_EQ(formatNumber(1e306, "0%").size(), 310u);  // still in range: every digit and "%"
+  EXPECT_EQ(formatNumber(std::numeric_limits<double>::infinity(), "0.00"), "");
+  EXPECT_EQ(formatNumber(std::numeric_limits<double>::quiet_NaN(), ""), "");
+  // A serial outside 100-01-01 .. 9999-12-31 is no date.
+  EXPECT_EQ(formatDate(Date{1e300}, "Long Date"), "");
+  EXPECT_EQ(formatDate(Date{-1e300}, "dd/mm/yy h:nn"), "");
+  EXPECT_EQ(formatValue(Variant::date(Date{1e300}), "mmmm d, yyyy"), "");
+  EXPECT_EQ(formatDate(Date{2958465.5}, "yyyy-mm-dd hh:nn"), "9999-12-31 12:00");
 }
 
 }  // namespace

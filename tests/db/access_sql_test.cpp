@@ -2,6 +2,9 @@
 #include "db/access_sql.hpp"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <vector>
 
 #include "base/failure.hpp"
 
@@ -10,6 +13,27 @@ namespace {
 
 std::string plain(std::string_view sql) {
   return translateAccessSql(sql, false).sql;
+}
+
+// What SQLite makes of a statement against a table T: the number of its parameters, -1 when
+// more than one statement stands in the text, -2 when SQLite cannot prepare it.
+int sqliteParameters(const std::string& sql) {
+  sqlite3* db = nullptr;
+  sqlite3_open(":memory:", &db);
+  sqlite3_exec(db, "CREATE TABLE T (A, B, N, D);", nullptr, nullptr, nullptr);
+  sqlite3_stmt* stmt = nullptr;
+  const char* tail = nullptr;
+  int result = -2;
+  if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, &tail) == SQLITE_OK && stmt != nullptr) {
+    result = sqlite3_bind_parameter_count(stmt);
+    sqlite3_stmt* next = nullptr;
+    if (sqlite3_prepare_v2(db, tail, -1, &next, nullptr) != SQLITE_OK || next != nullptr)
+      result = -1;
+    sqlite3_finalize(next);
+  }
+  sqlite3_finalize(stmt);
+  sqlite3_close(db);
+  return result;
 }
 
 TEST(AccessSqlTranslation, DateLiteralsInEveryFormBecomeIsoText) {
@@ -85,6 +109,71 @@ TEST(AccessSqlTranslation, JoinedSelectNamesItsTablesAndAppendsRowids) {
   EXPECT_TRUE(t.rowidsAppended);
   EXPECT_NE(t.sql.find("\"c\".rowid AS \"__rowid2\" FROM"), std::string::npos);
   EXPECT_FALSE(translateAccessSql("SELECT DISTINCT A FROM T").rowidsAppended);
+}
+
+TEST(AccessSqlTranslation, CommentsAreWhiteSpaceAsSqliteReadsThem) {
+  // The quote inside the comment opens no literal: the translation shows what SQLite runs.
+  EXPECT_EQ(plain("DELETE FROM Companies WHERE CompanyID = 1 /* ' */ OR 1=1 --'"),
+            "DELETE FROM Companies WHERE CompanyID = 1   OR 1=1");
+  TranslatedSql t = translateAccessSql(
+      "SELECT * FROM T WHERE N = 'x' /* it's 'y' */ AND B = 2 -- don't\nAND D = 'z';");
+  ASSERT_EQ(t.parameters.size(), 3u);
+  EXPECT_EQ(t.parameters[0].text, "x");
+  EXPECT_EQ(t.parameters[1].text, "2");
+  EXPECT_EQ(t.parameters[2].text, "z");
+  // Comment marks inside literals and names are text.
+  EXPECT_EQ(plain("SELECT [a--b] FROM T WHERE N = '/* x */'"),
+            "SELECT \"a--b\" FROM T WHERE N = '/* x */'");
+  EXPECT_EQ(plain("SELECT A FROM T; -- done"), "SELECT A FROM T");
+  EXPECT_THROW(plain("SELECT A FROM T /* never closed"), DatabaseFailure);
+  EXPECT_THROW(plain("SELECT A FROM T; /* x */ DROP TABLE T"), DatabaseFailure);
+}
+
+TEST(AccessSqlTranslation, SqliteSeesOneStatementWithTheParametersCounted) {
+  for (const char* access : {
+           "SELECT * FROM T WHERE N = 'x' /* 'y' */ AND A = 1",
+           "SELECT * FROM T WHERE N = 'x' -- 'y'\n AND A = \"it's\"",
+           "SELECT * FROM T WHERE `N` = 'a''b' AND [B] = #1/2/2010# AND D = True",
+           "SELECT * FROM T WHERE N = 1e-5 OR N = .5 OR N = 2.5E+3 OR N = 0x1F",
+           "SELECT * FROM T WHERE A&'x' = 'y' AND B Like 'a*'",
+           "SELECT T.A, T.B FROM T WHERE T.N <> 3 AND T.D >= 'k'",
+       }) {
+    SCOPED_TRACE(access);
+    TranslatedSql t = translateAccessSql(access);
+    EXPECT_EQ(sqliteParameters(t.parameterizedSql), static_cast<int>(t.parameters.size()));
+    EXPECT_EQ(sqliteParameters(t.sql), 0);
+  }
+  TranslatedSql numbers =
+      translateAccessSql("SELECT * FROM T WHERE N = 1e-5 OR N = .5 OR N = 2.5E+3 OR N = 0x1F");
+  ASSERT_EQ(numbers.parameters.size(), 3u);  // the hexadecimal number stays in the text
+  EXPECT_EQ(numbers.parameters[0].text, "1e-5");
+  EXPECT_EQ(numbers.parameters[2].text, "2.5E+3");
+}
+
+TEST(AccessSqlTranslation, TranslatedTokensDoNotRunIntoTheirNeighbours) {
+  EXPECT_EQ(plain("SELECT [A][B] FROM T"), "SELECT \"A\" \"B\" FROM T");
+  EXPECT_EQ(plain("SELECT X#1/2/2010# FROM T"), "SELECT X '2010-01-02 00:00:00' FROM T");
+  EXPECT_EQ(plain("SELECT \"a\"'b' FROM T"), "SELECT 'a' 'b' FROM T");
+  EXPECT_EQ(plain("SELECT A|&B FROM T"), "SELECT A| ||B FROM T");
+  EXPECT_EQ(plain("SELECT `a\"b` FROM T"), "SELECT \"a\"\"b\" FROM T");
+  EXPECT_EQ(plain("SELECT * FROM T WHERE N = True.5"), "SELECT * FROM T WHERE N = 1 .5");
+}
+
+TEST(AccessSqlTranslation, RefusesWhatSqliteWouldReadAsSomethingElse) {
+  for (const std::string& access : std::vector<std::string>{
+           "SELECT * FROM T WHERE N = ?", "SELECT * FROM T WHERE N = :n",
+           "SELECT * FROM T WHERE N = @n", "SELECT * FROM T WHERE N = $n",
+           "SELECT x'00' FROM T",  // a blob literal
+           "SELECT * FROM T WHERE N = 1abc", "SELECT * FROM T WHERE N = 1_000",
+           "SELECT * FROM T WHERE N = !1", "SELECT * FROM T WHERE N = \\1",
+           "SELECT * FROM T WHERE N = {1}", "SELECT * FROM T WHERE N = 1\v", "SELECT `A FROM T", "",
+           "   ", ";", "-- nothing but a comment",
+           std::string("SELECT * FROM T WHERE N = 1") + '\0' + "; DROP TABLE T",
+           std::string("SELECT * FROM T WHERE N = 'a") + '\0' + "b'",
+           "\xEF\xBB\xBFSELECT * FROM T"}) {
+    SCOPED_TRACE(access);
+    EXPECT_THROW(translateAccessSql(access), DatabaseFailure);
+  }
 }
 
 }  // namespace

@@ -49,6 +49,38 @@ TEST_F(MergeTextTest, UnfoundFieldsAreBlankedLeavingTheEscapedRemainder) {
   EXPECT_EQ(escaped, "a'bb");
 }
 
+// The cases where removing each span as it is met would differ from removing the first span
+// with all its copies and looking again: the text is blanked as the latter does.
+TEST_F(MergeTextTest, TangledUnfoundFieldsAreBlankedSpanBySpan) {
+  rtb.ListType = 1;
+  build(rtb);
+  auto blanked = [this](std::string text) {
+    rtb.replaceUnfoundMergeFieldsWithBlanks(text);
+    return text;
+  };
+  // A span holding a second opening bracket runs to the first closing one.
+  EXPECT_EQ(blanked("a«b «x» c»d"), "a c»d");
+  // Removing «x» joins the bytes around it into a new «, which opens the next span.
+  EXPECT_EQ(blanked("\xC2«x»\xAB y «z» w"), " w");
+  // A copy of the escaped span that is not followed by 'bb still goes with the first one.
+  EXPECT_EQ(blanked("\\'abx\\'bb and \\'abx\\par end\\'bb"), "'bb and par end\\'bb");
+  EXPECT_EQ(blanked("\\'abx\\'bb and \\'abx\\par end'bb"), "'bb and par end'bb");
+  // An opening bracket with no closing one stops the blanking where it stands.
+  EXPECT_EQ(blanked("«a» «b» «c"), "  «c");
+}
+
+TEST_F(MergeTextTest, ManyDistinctUnfoundFieldsAreAllBlanked) {
+  rtb.ListType = 1;
+  build(rtb);
+  std::string text, expected;
+  for (int i = 0; i < 20000; ++i) {
+    text += "Note «Note " + std::to_string(i) + "» and \\'abnot escaped\\'bb; ";
+    expected += "Note  and \\'abnot escaped\\'bb; ";
+  }
+  EXPECT_TRUE(rtb.replaceUnfoundMergeFieldsWithBlanks(text));
+  EXPECT_EQ(text, expected);
+}
+
 TEST_F(MergeTextTest, ListItemsBecomeTokens) {
   rtb.ListType = 2;
   build(rtb);

@@ -40,6 +40,13 @@ TEST_F(PlaceholderGrammarTest, OlderSpellingsAreRewrittenInEveryLocale) {
   EXPECT_EQ(rtb.convertProvinceFields("Dear Contact Full Name"), "Dear Contact Display Name");
 }
 
+TEST_F(PlaceholderGrammarTest, RewritesApplyToWhatEarlierRewritesMade) {
+  EXPECT_EQ(rtb.convertProvinceFields("<<(Due Date, Long Date)>>"),
+            "«(Task Due Date, dddd, mmmm d yyyy)»");
+  EXPECT_EQ(rtb.convertProvinceFields("<<Contact Full Name>> <<ZIP CODE>>"),
+            "«Contact Display Name» «Postal Code»");
+}
+
 TEST_F(PlaceholderGrammarTest, SalesTaxTokenByProvince) {
   rtb.setTodayForTesting(Date::fromParts(2012, 1, 1));
   locale.province = kNovaScotia;
@@ -135,6 +142,22 @@ TEST_F(PlaceholderGrammarTest, EscapedSpellingIsCheckedWithPlainMessages) {
                                                "Field» as a valid placeholder field name."});
   EXPECT_TRUE(rtb.testRTBComment("«Company Name", false, false, false));
   EXPECT_EQ(rtb.convertFieldName("«A»"), "\\'abA\\'bb");
+}
+
+TEST_F(PlaceholderGrammarTest, LargeTemplateIsWalkedToItsLastExpression) {
+  rtb.ListType = 1;
+  build(rtb);
+  std::string letter;
+  for (int i = 0; i < 20000; ++i)
+    letter += "\\'abCompany Name\\'bb, \\'ab(Todays Date, mmmm d, yyyy)\\'bb\\par\r\n";
+  EXPECT_FALSE(check(letter, true));
+  EXPECT_TRUE(messages.empty());
+  EXPECT_TRUE(check(letter + "\\'abCompany Name\\'bb and \\'abContact", true));
+  EXPECT_EQ(messages, std::vector<std::string>{kM1});
+  EXPECT_TRUE(check(letter + "\\'abNo Such Field\\'bb", true));
+  EXPECT_EQ(messages, std::vector<std::string>{"The Ledgerfolio Pad did not recognize: "
+                                               "«No Such Field» as a valid placeholder field "
+                                               "name."});
 }
 
 TEST_F(PlaceholderGrammarTest, EmptyListAcceptsOnlyTodaysDate) {

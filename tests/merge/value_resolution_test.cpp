@@ -15,25 +15,30 @@ class ValueResolutionTest : public MergeTest {
   void SetUp() override {
     MergeTest::SetUp();
     usePracticeDatabase();
-    exec("INSERT INTO Companies (CompanyID, CompanyName, OfficeNumber, FaxNumber, Address, City, "
-         "Province, CompanyType) VALUES (1, 'Acme Ltd', '613-555-0100', '', '1 Main', 'Ottawa', "
-         "'Ontario', 3);");
+    exec(
+        "INSERT INTO Companies (CompanyID, CompanyName, OfficeNumber, FaxNumber, Address, City, "
+        "Province, CompanyType) VALUES (1, 'Acme Ltd', '613-555-0100', '', '1 Main', 'Ottawa', "
+        "'Ontario', 3);");
     exec("INSERT INTO CompaniesNotes (CompanyNum, Notes) VALUES (1, 'Pays late');");
     exec("INSERT INTO Clients (CompanyIDNum, ContactIDNum) VALUES (1, -1);");
-    exec("INSERT INTO ClientData (ClientDataID, CompanyIDNum, ActiveStatus, ShowThisClient, "
-         "FinancialStatements, YearEndDate) VALUES (10, 1, 1, 1, 3, '2012-03-05 00:00:00');");
-    for (const char* t : {"AccountingServices (AccountingServiceID", "ClientOptions (ClientOptionID",
-                          "CorpTaxInfo (CorpTaxInfoID", "LawInfo (LawInfoID",
-                          "OtherInfo (OtherInfoID", "WSIB_EHTInfo (WSIB_EHTInfoID"})
+    exec(
+        "INSERT INTO ClientData (ClientDataID, CompanyIDNum, ActiveStatus, ShowThisClient, "
+        "FinancialStatements, YearEndDate) VALUES (10, 1, 1, 1, 3, '2012-03-05 00:00:00');");
+    for (const char* t :
+         {"AccountingServices (AccountingServiceID", "ClientOptions (ClientOptionID",
+          "CorpTaxInfo (CorpTaxInfoID", "LawInfo (LawInfoID", "OtherInfo (OtherInfoID",
+          "WSIB_EHTInfo (WSIB_EHTInfoID"})
       exec(std::string("INSERT INTO ") + t + ") VALUES (10);");
-    exec("INSERT INTO Contacts (ContactID, DisplayName, FirstName, LastName, SpouseFirstName, "
-         "InheritCompanyInfo, BusinessPhone_Main, BusinessCity, HomeProvince, Birthday, "
-         "Anniversary) VALUES (5, 'Jane Smith', 'Jane', 'Smith', 'John', 1, '', 'Hull', "
-         "'newfoundland', '1850-01-01 00:00:00', '1900-01-01 00:00:00');");
+    exec(
+        "INSERT INTO Contacts (ContactID, DisplayName, FirstName, LastName, SpouseFirstName, "
+        "InheritCompanyInfo, BusinessPhone_Main, BusinessCity, HomeProvince, Birthday, "
+        "Anniversary) VALUES (5, 'Jane Smith', 'Jane', 'Smith', 'John', 1, '', 'Hull', "
+        "'newfoundland', '1850-01-01 00:00:00', '1900-01-01 00:00:00');");
     exec("INSERT INTO ContactLinks (ContactIDNum, CompanyNum, DefaultContact) VALUES (5, 1, 1);");
-    exec("INSERT INTO Dockets (DocketID, Subject, TimeFrom, TimeTo, TotalAmountFinal, "
-         "TotalTimeFinal, DocketLocked) VALUES (7, 'Review', '1899-12-30 10:30:00', "
-         "'1899-12-30 09:00:00', -5, 0.5, 1);");
+    exec(
+        "INSERT INTO Dockets (DocketID, Subject, TimeFrom, TimeTo, TotalAmountFinal, "
+        "TotalTimeFinal, DocketLocked) VALUES (7, 'Review', '1899-12-30 10:30:00', "
+        "'1899-12-30 09:00:00', -5, 0.5, 1);");
     rtb.ConvertStrToRTF = false;
   }
 
@@ -62,6 +67,9 @@ TEST_F(ValueResolutionTest, TimeEntryMoneyDurationYesNoAndTimes) {
   EXPECT_EQ(value("Time Entry Start Time"), "10:30 am");
   // End before start still gives a positive duration.
   EXPECT_EQ(value("Time Duration"), "1 hr 30 min");
+  // A time far outside the date range is no time: no duration, and no overflow.
+  EXPECT_EQ(rtb.getTimeDurationFieldValue(Date{0.4375}, Date{1e300}), "");
+  EXPECT_EQ(rtb.getTimeDurationFieldValue(Date{-1e300}, Date{0.4375}), "");
 }
 
 TEST_F(ValueResolutionTest, InheritingContactTakesBusinessFieldsFromItsCompany) {
@@ -123,10 +131,12 @@ TEST_F(ValueResolutionTest, SamplesNeedNoDatabase) {
 }
 
 TEST_F(ValueResolutionTest, TaskDurationFollowsTheAppointmentRow) {
-  exec("INSERT INTO Appointments (AppointmentID, TimeFrom, TimeTo) VALUES (3, "
-       "'1899-12-30 09:00:00', '1899-12-30 10:00:00');");
-  exec("INSERT INTO Tasks (TaskID, Subject, TimeFrom, TimeTo) VALUES (8, 'GST return', "
-       "'1899-12-30 09:00:00', '1899-12-30 09:15:00');");
+  exec(
+      "INSERT INTO Appointments (AppointmentID, TimeFrom, TimeTo) VALUES (3, "
+      "'1899-12-30 09:00:00', '1899-12-30 10:00:00');");
+  exec(
+      "INSERT INTO Tasks (TaskID, Subject, TimeFrom, TimeTo) VALUES (8, 'GST return', "
+      "'1899-12-30 09:00:00', '1899-12-30 09:15:00');");
   rtb.TaskID = 8;
   buildFor(8);
   EXPECT_EQ(value("Task Subject"), "GST return");

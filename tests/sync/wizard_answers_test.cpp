@@ -55,6 +55,7 @@ TEST(WizardAnswers, RejectsFieldsOfTheWrongForm) {
   EXPECT_THROW(parseWizardAnswers("{\"invoices\": {\"range\": \"after\"}}", ""), Failure);
   EXPECT_THROW(parseWizardAnswers("{\"groups\": {\"contacts\": \"yes\"}}", ""), Failure);
   EXPECT_THROW(parseWizardAnswers("not json", ""), Failure);
+  EXPECT_THROW(parseWizardAnswers("{\"category\": 9E999}", ""), Failure);  // no double holds it
 }
 
 // The wizard over a real export file, with the engine's location setter opening it.
