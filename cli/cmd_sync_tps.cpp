@@ -16,6 +16,7 @@
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
 #include "cli/json_output.hpp"
+#include "db/access_export_copy.hpp"
 #include "db/sqlite_database.hpp"
 #include "host/progress_dialog.hpp"
 #include "sync/cls_import_tps_information.hpp"
@@ -66,8 +67,9 @@ void writeReport(const RunReport& report, const std::string& path) {
 
 int listClients(const std::string& sourcePath) {
   requireExportFile(sourcePath);
+  const SourceFileCopy file(sourcePath, "the TPS export");
   SqliteDatabase source;
-  source.setDatabasePath(sourcePath);
+  source.setDatabasePath(file.databasePath());
   source.connect(2);
   if (!source.isOpen())
     throw Failure("cannot open the TPS export '" + sourcePath +
@@ -133,10 +135,12 @@ int runSync(const SyncTPSOptions& options) {
   engine.setRunReport(&report);
 
   bool finished = false;
+  std::unique_ptr<SourceFileCopy> sourceFile;  // an Access export is read through a copy
   engine.runWizard = [&](clsImportTPSInformation& e) {
     TPSWizardHooks hooks;
-    hooks.setTPSDatabaseLocation = [&e](const std::string& path) {
-      e.setTPSDatabaseLocation(path);
+    hooks.setTPSDatabaseLocation = [&e, &sourceFile](const std::string& path) {
+      sourceFile = std::make_unique<SourceFileCopy>(path, "the TPS export");
+      e.setTPSDatabaseLocation(sourceFile->databasePath());
     };
     hooks.sourceDatabase = [&e] { return e.sourceDatabase(); };
     hooks.importTPSInformation = [&e] { e.importTPSInformation(); };
@@ -152,7 +156,8 @@ int runSync(const SyncTPSOptions& options) {
   if (!options.reportPath.empty()) writeReport(report, options.reportPath);
   if (!finished) {
     std::cerr << "lfimport sync tps: the wizard did not finish; nothing was synchronised\n";
-    return kExitUsage;
+    // An error on the way (an export that cannot be read) is a failure, not a usage mistake.
+    return report.errorCount() > 0 ? kExitFailed : kExitUsage;
   }
   return report.failedRows() > 0 || report.errorCount() > 0 ? kExitFailed : 0;
 }

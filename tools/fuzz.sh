@@ -27,6 +27,10 @@ if [ "${#targets[@]}" -eq 0 ]; then
 fi
 cmake --build build-fuzz -j"$(nproc)" --target "${targets[@]/#/fuzz_}"
 
+# The real Access samples kept beside the project make the best seeds for damaged files.
+declare -A extra_corpus=()
+if [ -d ../shared/data/mdb ]; then extra_corpus[access_file]="../shared/data/mdb"; fi
+
 mkdir -p build-fuzz/findings
 export ASAN_OPTIONS="detect_leaks=1:allocator_may_return_null=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
@@ -37,5 +41,5 @@ for target in "${targets[@]}"; do
   # shellcheck disable=SC2086  # the extra options are words
   build-fuzz/fuzz/"fuzz_$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
     -print_final_stats=1 -artifact_prefix="build-fuzz/findings/$target-" ${LF_FUZZ_FLAGS:-} \
-    "$corpus" "fuzz/corpus/$target"
+    "$corpus" "fuzz/corpus/$target" ${extra_corpus[$target]:-}
 done

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -97,6 +98,32 @@ TEST_F(LfimportProgram, MergeAndSummaryFailClearlyOnUnknownInput) {
   CommandRun check = lfimport("check-template --text '\xC2\xABNo Such Field\xC2\xBB'");
   EXPECT_EQ(check.exitCode, 0);
   EXPECT_EQ(nlohmann::json::parse(check.out)["fault"], true);
+}
+
+TEST_F(LfimportProgram, SourceInspectReadsAccessAndSqliteExportsAndRefusesOthers) {
+  const std::string nwind = std::string(LF_MDB_SAMPLES) + "/nwind.mdb";
+  if (fs::exists(nwind)) {
+    CommandRun access = lfimport("source inspect --json '" + nwind + "'");
+    ASSERT_EQ(access.exitCode, 0);
+    auto json = nlohmann::json::parse(access.out);
+    EXPECT_EQ(json["kind"], "Access (Jet 3)");
+    ASSERT_EQ(json["tables"].size(), 9u);
+    EXPECT_EQ(json["tables"][0]["name"], "Order Details");
+    EXPECT_EQ(json["tables"][0]["rows"], 2155);
+    EXPECT_EQ(json["tables"][0]["columns"][2]["type"], "Currency");
+  }
+  CommandRun sqlite =
+      lfimport("source inspect --json '" + std::string(LF_SOURCE_DIR) + "/samples/tps_export.db'");
+  ASSERT_EQ(sqlite.exitCode, 0);
+  EXPECT_EQ(nlohmann::json::parse(sqlite.out)["kind"], "SQLite");
+
+  const std::string damaged = (folder / "Export.mdb").string();
+  std::ofstream(damaged, std::ios::binary)
+      << std::string("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24) << std::string(9000, 'x');
+  EXPECT_EQ(lfimport("source inspect '" + damaged + "'").exitCode, 1);
+  ASSERT_EQ(lfimport("init '" + practice + "'").exitCode, 0);
+  EXPECT_EQ(lfimport("sync tps --source '" + damaged + "' --practice '" + practice + "'").exitCode,
+            1);
 }
 
 }  // namespace
