@@ -50,7 +50,7 @@ long SyncEngine::matchClient(ClientRole role, const std::string& sourceID, bool&
     DuplicateFinder& finder = company ? companyFinder() : contactFinder();
     finder.clearSearch();
     if (source_ != nullptr && candidate.rows != nullptr &&
-        source_->findRecord(*candidate.rows, candidate.searchColumn, sourceID))
+        findKey(*source_, *candidate.rows, candidate.searchColumns, sourceID))
       describeCandidate(finder, candidate, *source_);
     // The company finder tries its own matches (modes 1 and 2) before it asks the user.
     for (int mode : {1, 2}) {
@@ -107,6 +107,24 @@ bool SyncEngine::clientOfRecord(std::int32_t rows, std::string_view keyColumn,
                                 const std::string& key, std::string_view clientColumn,
                                 long& companyID, long& contactID) {
   const std::string client = readText(*source_, rows, clientColumn);
+  return clientOfRecordKey(rows, keyColumn, key, client, companyID, contactID);
+}
+
+bool SyncEngine::clientOfRecord(std::int32_t rows, std::string_view keyColumn,
+                                const std::string& key, long& companyID, long& contactID) {
+  std::vector<std::string> parts;
+  bool blank = true;
+  for (const std::string& column : description_.clientKey.columns) {
+    parts.push_back(readText(*source_, rows, column));
+    blank = blank && parts.back().empty();
+  }
+  const std::string client = blank ? std::string() : ClientKeyShape::join(parts);
+  return clientOfRecordKey(rows, keyColumn, key, client, companyID, contactID);
+}
+
+bool SyncEngine::clientOfRecordKey(std::int32_t rows, std::string_view keyColumn,
+                                   const std::string& key, const std::string& client,
+                                   long& companyID, long& contactID) {
   if (client.empty()) {
     skipBecause("no client");
     return false;

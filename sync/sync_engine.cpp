@@ -404,13 +404,13 @@ long SyncEngine::skipBecause(std::string reason) {
 }
 
 long SyncEngine::createFromSourceRow(
-    std::string_view procedureName, std::int32_t rows, std::string_view column,
+    std::string_view procedureName, std::int32_t rows, const std::vector<std::string>& columns,
     const std::string& key, long neutral,
     const std::function<long(DatabaseService& source, DatabaseService& db)>& body) {
   long result = neutral;
   procedure(label(procedureName), [&] {
     if (!practiceOpen() || !sourceUsable()) return;
-    if (!source_->findRecord(rows, column, key)) {
+    if (!findKey(*source_, rows, columns, key)) {
       skipBecause("not in the export");
       return;
     }
@@ -511,6 +511,19 @@ std::string SyncEngine::lookUpSource(std::string_view procedureName, std::int32_
       result = readText(*source_, rows, field);
   });
   return result;
+}
+
+bool SyncEngine::findKey(DatabaseService& db, std::int32_t handle,
+                         const std::vector<std::string>& columns, const std::string& key) {
+  if (columns.size() == 1) return db.findRecord(handle, columns[0], key);
+  const std::vector<std::string> parts = ClientKeyShape{columns}.parse(key);
+  std::array<std::string_view, 6> criteria{};
+  for (size_t i = 0; i < parts.size() && i < 3; ++i) {
+    criteria[2 * i] = columns[i];
+    criteria[2 * i + 1] = parts[i];
+  }
+  return db.findRecord(handle, criteria[0], criteria[1], criteria[2], criteria[3], criteria[4],
+                       criteria[5]);
 }
 
 void SyncEngine::scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row) {

@@ -89,7 +89,8 @@ struct ClientCandidate {
   std::string procedureName{};  // "getCompanyIDFromTPSClientID"
   CrossReferenceKind crossReference = CrossReferenceKind::CompanyClient;
   const std::int32_t* rows = nullptr;
-  std::string searchColumn{};
+  // The columns of the client key in `rows`: the source ID is parsed by the key's shape.
+  std::vector<std::string> searchColumns{};
   Columns columns{};
   int pumps = 4;
 };
@@ -180,12 +181,20 @@ class SyncEngine : public ImportServices {
   // for "no client", when the column is blank.
   bool clientOfRecord(std::int32_t rows, std::string_view keyColumn, const std::string& key,
                       std::string_view clientColumn, long& companyID, long& contactID);
+  // The same with the client key read from the row's columns of the source's client-ID
+  // record (ClientID and Engagement of CCH Practice); blank when every part is blank.
+  bool clientOfRecord(std::int32_t rows, std::string_view keyColumn, const std::string& key,
+                      long& companyID, long& contactID);
 
   // --- Reading the source -----------------------------------------------------------------
   // A look-up of the source under the operation's label: the field of the row the key finds
   // in the recordset by the column; empty when not found.
   std::string lookUpSource(std::string_view procedureName, std::int32_t rows,
                            std::string_view column, const std::string& key, std::string_view field);
+  // Finds the row of a key of one or more columns (up to three): a key of several columns is
+  // parsed by the client-ID record's shape and every part must match.
+  static bool findKey(DatabaseService& db, std::int32_t handle,
+                      const std::vector<std::string>& columns, const std::string& key);
   // A full scan: hasRecord, then until isEOF: the row, moveNext.
   static void scan(DatabaseService& db, std::int32_t handle, const std::function<void()>& row);
   // The field as text, or empty when it is blank.
@@ -238,9 +247,16 @@ class SyncEngine : public ImportServices {
   // (a key the export does not hold is a skip). Answers what the body answers (given the
   // source and the practice database), or `neutral` when the body did not run or failed.
   long createFromSourceRow(
-      std::string_view procedureName, std::int32_t rows, std::string_view column,
+      std::string_view procedureName, std::int32_t rows, const std::vector<std::string>& columns,
       const std::string& key, long neutral,
       const std::function<long(DatabaseService& source, DatabaseService& db)>& body);
+  long createFromSourceRow(
+      std::string_view procedureName, std::int32_t rows, std::string_view column,
+      const std::string& key, long neutral,
+      const std::function<long(DatabaseService& source, DatabaseService& db)>& body) {
+    return createFromSourceRow(procedureName, rows, std::vector<std::string>{std::string(column)},
+                               key, neutral, body);
+  }
 
   // The shared steps of one key of a stage, without the record around them: look-up,
   // only-new check, creator, cross-reference save, after-save. `saved` is the ID saved in the
@@ -273,6 +289,8 @@ class SyncEngine : public ImportServices {
   std::unique_ptr<DatabaseService> source_;
 
  private:
+  bool clientOfRecordKey(std::int32_t rows, std::string_view keyColumn, const std::string& key,
+                         const std::string& client, long& companyID, long& contactID);
   void importFromProgress_StartProgress();
   void runRows(const SyncStage& stage, StageCounters& counters, long& reachedCreator);
   // Opens the write group of the records to come, unless one is open.

@@ -186,7 +186,7 @@ WizardAnswers readWizardAnswers(const std::string& path) {
   }
 }
 
-bool runTPSWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers) {
+bool runSyncWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers) {
   wizard.Initialize();
   // Each step is passed at most a few times on the way forward; the bound only stops a loop.
   for (int moves = 0; wizard.isOpen() && moves < 32; ++moves) {

@@ -70,7 +70,7 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
 // Initializes the wizard and answers each step, pressing Next until the finish step and then
 // Finish. True when the wizard finished; false when a step refused to move on (its message
 // went through MsgboxClass) or a date answer was no valid date.
-bool runTPSWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers);
+bool runSyncWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers);
 
 // The message box of an unattended run: messages go to out and the report, questions are
 // answered from the answers file (a question containing an answer's text takes that answer,

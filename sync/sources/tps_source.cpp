@@ -25,6 +25,7 @@
 #include "host/work_code_object.hpp"
 #include "records/lookups.hpp"
 #include "sync/cls_import_tps_information.hpp"
+#include "sync/source_rows.hpp"
 #include "sync/sync_record_calls.hpp"
 #include "sync/sync_values.hpp"
 
@@ -167,69 +168,9 @@ constexpr FieldMap kFieldMaps[] = {
     {"Payments", "Deposits", kDepositFields},
 };
 
-// --- Helpers ----------------------------------------------------------------------------------
+// --- Helpers ---------------------------------------------------------------------------------
 
-DatabaseService& practice() {
-  return *moduleState().DatabaseReference;
-}
-
-std::string idText(long id) {
-  return std::to_string(id);
-}
-
-// A number as the service takes it in a text: no trailing zeros.
-std::string numberText(double value) {
-  return fmt::format("{}", value);
-}
-
-long currentPersonalYear() {
-  LocaleService* locale = moduleState().LocaleReference;
-  return locale != nullptr ? locale->getCurrentPersonalYear() : Date::today().year();
-}
-
-ClientDropDownService* dropDown() {
-  return moduleState().clientDropDownCtrlReference;
-}
-
-// Adds one item of a note, followed by two line breaks.
-void addNoteItem(std::string& note, const std::string& item) {
-  note += item;
-  note += kCrLf;
-  note += kCrLf;
-}
-
-// The practice row of a company or a contact, found in the run's open recordset or read alone.
-RowAccess companyRow(DatabaseService& db, std::int32_t companies, long companyID) {
-  return RowAccess(db, companies, "CompanyID", companyID,
-                   "SELECT Companies.* FROM Companies WHERE CompanyID=" + idText(companyID) + ";");
-}
-
-RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID) {
-  return RowAccess(db, contacts, "ContactID", contactID,
-                   "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
-}
-
-// The practice row of an invoice or a deposit, made current: the known row when its key finds
-// it, else a new row of the record's client (with the further columns given) whose key is read
-// back; the firm and the client are then written. -1 when the row is not there.
-long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
-                 long firm, long company, long contact,
-                 std::initializer_list<std::pair<const char*, const char*>> newColumns = {}) {
-  long key = known;
-  if (known <= 0 || !db.findRecord(rs, keyColumn, idText(known))) {
-    db.addNewRecord(rs);
-    db.setNewField(rs, "CompanyIDNum", idText(company));
-    db.setNewField(rs, "ContactIDNum", idText(contact));
-    for (const auto& [column, value] : newColumns) db.setNewField(rs, column, value);
-    db.updateRecord(rs);
-    key = static_cast<long>(db.getField(rs, keyColumn).toLong());
-  }
-  if (!db.findRecord(rs, keyColumn, idText(key))) return -1;
-  db.setField(rs, "FirmIDNum", idText(firm));
-  db.setField(rs, "CompanyIDNum", idText(company));
-  db.setField(rs, "ContactIDNum", idText(contact));
-  return key;
-}
+using namespace sourcerows;
 
 // The person fields of a source contact (staff members and contacts of business clients).
 void writeSourceContactFields(DatabaseService& source, std::int32_t rsContacts, DatabaseService& db,
@@ -346,18 +287,18 @@ void clsImportTPSInformation::describeStages() {
       {"getCompanyIDFromTPSClientID",
        K::CompanyClient,
        &rsClients,
-       "ClientID",
+       {"ClientID"},
        {.companyName = "Name", .clientCode = "ClientCode"},
        6},
       {"getContactIDFromTPSClientID",
        K::ContactClient,
        &rsClients,
-       "ClientID",
+       {"ClientID"},
        {.displayName = "Name", .clientCode = "ClientCode"}},
       {"getContactIDFromTPSContactID",
        K::ContactContact,
        &rsContacts,
-       "autContactID",
+       {"autContactID"},
        {.firstName = "strContactFirst", .lastName = "strContactLast"}},
   }};
   clientCreators = {
@@ -603,14 +544,7 @@ long clsImportTPSInformation::createNewTPSClientAsCompanyInLedgerfolio(
       }
       if (!src("OtherNum").empty()) addNoteItem(note, "TPS Other Number: " + src("OtherNum"));
       if (readBool(source, rsClients, "Prospect")) addNoteItem(note, "Prospective Client: Yes");
-      if (!G::isBlank(note)) {
-        RowAccess notes(
-            db, rsCompaniesNotes, "CompanyNum", company,
-            "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes "
-            "WHERE CompanyNum=" +
-                idText(company) + ";");
-        if (notes.found()) db.setField(notes, "Notes", rec::convertToRTF(note));
-      }
+      writeCompanyNote(db, rsCompaniesNotes, company, note);
     }
     setProgressCaption("Synchronizing " + name);
     setRefreshData(true);
@@ -698,15 +632,7 @@ long clsImportTPSInformation::createNewTPSInvoiceAsInvoiceInLedgerfolio(
                         parseSourceMoney(readText(source, rsInvoices, "Tax2")) +
                         parseSourceMoney(readText(source, rsInvoices, "Tax3"));
     const float withTaxes = subtotal + taxes;
-    db.setField(rs, "UseAdjustedAmount", "True");
-    for (const char* amounts : {"InvoiceAdjustedAmount", "InvoiceFinalAmount"}) {
-      const std::string a(amounts);
-      db.setField(rs, a + "SubTotal", numberText(subtotal));
-      db.setField(rs, a + "TaxDetailID", "-1");
-      db.setField(rs, a + "Taxes", numberText(taxes));
-      db.setField(rs, a + "WithTaxes", numberText(withTaxes));
-    }
-    db.setField(rs, "InvoiceDiffAmount", "0");
+    writeInvoiceAmounts(db, rs, subtotal, taxes);
 
     double paid = 0;
     if (source.findRecord(rsPayments, "InvoiceID", tpsInvoiceID)) {

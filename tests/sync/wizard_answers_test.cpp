@@ -14,8 +14,8 @@
 #include "db/sqlite_database.hpp"
 #include "host/run_report.hpp"
 #include "host/terminal_message_box.hpp"
+#include "sync/sync_wizard_terminal.hpp"
 #include "sync/tps_wizard.hpp"
-#include "sync/tps_wizard_terminal.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {
@@ -100,7 +100,7 @@ TEST_F(WizardFrontEndTest, BundledAnswersTakeThePreCheckedClientsAndAllDates) {
   moduleState().MsgboxClass = box.get();
 
   frmTPSWizard wizard(engine, hooks);
-  ASSERT_TRUE(runTPSWizardFromAnswers(wizard, answers));
+  ASSERT_TRUE(runSyncWizardFromAnswers(wizard, answers));
   EXPECT_EQ(imports, 1);
   EXPECT_TRUE(report.messages().empty());
   EXPECT_EQ(keysOf(engine.companyCollection),
@@ -118,7 +118,7 @@ TEST_F(WizardFrontEndTest, AnswersStopAtAStepThatRefuses) {
   const auto box = makeAnswersMessageBox(answers, &report, nullptr);
   moduleState().MsgboxClass = box.get();
   frmTPSWizard wizard(engine, hooks);
-  EXPECT_FALSE(runTPSWizardFromAnswers(wizard, answers));
+  EXPECT_FALSE(runSyncWizardFromAnswers(wizard, answers));
   EXPECT_EQ(wizard.step(), 2);
   EXPECT_EQ(report.messages().size(), 1u);
   EXPECT_EQ(imports, 0);
@@ -133,7 +133,7 @@ TEST_F(WizardFrontEndTest, TerminalSessionTogglesClientsAndFinishes) {
   box.setInput(&in);
   moduleState().MsgboxClass = &box;
   frmTPSWizard wizard(engine, hooks);
-  EXPECT_TRUE(runTPSWizardAtTerminal(wizard, in, out));
+  EXPECT_TRUE(runSyncWizardAtTerminal(wizard, in, out));
   // Clients 1 to 3 of the list were pre-checked as businesses and are now unticked.
   EXPECT_EQ(keysOf(engine.companyCollection),
             (std::vector<std::string>{"107", "109", "110", "111", "112"}));

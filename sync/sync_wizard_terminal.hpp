@@ -15,7 +15,7 @@ class SyncWizard;
 // Initializes the wizard and runs it until it finishes or is cancelled (also by the end of
 // input). True when it finished. An export file given on the command line is opened at the
 // start, as if chosen on the export file step, which then shows it filled in.
-bool runTPSWizardAtTerminal(SyncWizard& wizard, std::istream& in, std::ostream& out,
-                            const std::string& exportFile = {});
+bool runSyncWizardAtTerminal(SyncWizard& wizard, std::istream& in, std::ostream& out,
+                             const std::string& exportFile = {});
 
 }  // namespace lf

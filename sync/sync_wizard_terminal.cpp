@@ -1,5 +1,5 @@
 // Rendering of the wizard's steps as text and the commands that work the controls.
-#include "sync/tps_wizard_terminal.hpp"
+#include "sync/sync_wizard_terminal.hpp"
 
 #include <fmt/format.h>
 
@@ -256,8 +256,8 @@ class TerminalSession {
 
 }  // namespace
 
-bool runTPSWizardAtTerminal(SyncWizard& wizard, std::istream& in, std::ostream& out,
-                            const std::string& exportFile) {
+bool runSyncWizardAtTerminal(SyncWizard& wizard, std::istream& in, std::ostream& out,
+                             const std::string& exportFile) {
   return TerminalSession(wizard, in, out).run(exportFile);
 }
 

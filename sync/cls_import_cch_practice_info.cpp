@@ -1,0 +1,173 @@
+// clsImportCCHPracticeInfo: firm identity, recordsets, progress total and the order of the
+// stage groups of a CCH Practice sync.
+#include "sync/cls_import_cch_practice_info.hpp"
+
+#include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "base/procedure.hpp"
+#include "db/database_service.hpp"
+#include "host/client_drop_down.hpp"
+#include "host/practice_docket.hpp"
+#include "records/lookups.hpp"
+#include "sync/close_paid_invoices.hpp"
+
+namespace lf {
+
+clsImportCCHPracticeInfo::clsImportCCHPracticeInfo()
+    : SyncEngine(cchPracticeSourceDescription(), options_) {
+  defaultSyncDates(options_, Date::today());
+  // Dockets are stored through the run's open Dockets recordset.
+  makeDocketObject = [this]() -> std::unique_ptr<DocketObject> {
+    DatabaseService* db = moduleState().DatabaseReference;
+    if (db == nullptr) return nullptr;
+    return std::make_unique<PracticeDocket>(*db, rsDockets);
+  };
+  describeStages();
+}
+
+clsImportCCHPracticeInfo::~clsImportCCHPracticeInfo() {
+  options_.companyCollection.clearList();
+  options_.contactsCollection.clearList();
+  commitRecords();
+  ignoreErrors([&] { closeDataRecordsets(); });
+  ignoreErrors([&] { closeCCHPracticeDatabase(); });
+}
+
+void clsImportCCHPracticeInfo::openCCHPracticeImportForm() {
+  procedure(label("openCCHPracticeImportForm"), [&] {
+    if (runWizard) runWizard(*this);
+  });
+}
+
+std::string clsImportCCHPracticeInfo::getCCHPracticeUniqueID() {
+  std::string result;
+  procedure(label("getCCHPracticeUniqueID"), [&] {
+    DatabaseService* source = sourceDatabase();
+    if (source == nullptr || !options_.useCCHPracticeDatabase) return;
+    std::int32_t rs =
+        source->openRecordset("SELECT Firm.FirmID FROM Firm;", kCursorKeyset, kLockReadOnly);
+    if (source->hasRecord(rs) && !source->isEOF(rs)) result = readText(*source, rs, "FirmID");
+    source->closeRecordset(rs);
+  });
+  if (GeneralUtilities::isBlank(result)) result = "Unknown";
+  return result.substr(0, 255);
+}
+
+long clsImportCCHPracticeInfo::progressTotal() {
+  DatabaseService* source = sourceDatabase();
+  long total = 0;
+  if (options_.syncObjectsContacts)
+    total += options_.companyCollection.count() + options_.contactsCollection.count();
+  if (source == nullptr) return total;
+  if (options_.syncObjectsWorkCodes)
+    total += source->recordCount(rsBillCodes) + source->recordCount(rsCategories) +
+             source->recordCount(rsWorkCodes);
+  if (options_.syncObjectsTimeEntries) total += source->recordCount(rsWIP);
+  if (options_.syncObjectsInvoices)
+    total += source->recordCount(rsAR) + source->recordCount(rsCASH);
+  return total;
+}
+
+std::vector<SyncEngine::StageGroup> clsImportCCHPracticeInfo::runOrder() {
+  // Intended: time entries come before invoices here, unlike the TPS order. Invoices are
+  // settled from the deposits once both are in.
+  return {
+      {&SyncOptions::syncObjectsContacts,
+       {[this] { importCCHPracticeUsers(); }, [this] { importCCHPracticeBusinessClients(); },
+        [this] { importCCHPracticePersonalClients(); }}},
+      {&SyncOptions::syncObjectsWorkCodes, {[this] { importCCHPracticeWorkCodes(); }}},
+      {&SyncOptions::syncObjectsTimeEntries, {[this] { importCCHPracticeWIPEntries(); }}},
+      {&SyncOptions::syncObjectsInvoices,
+       {[this] { importCCHPracticeInvoices(); }, [this] { importCCHPracticeDeposits(); },
+        [this] {
+          commitRecords();
+          closeAllPaidInvoices();
+        }}},
+  };
+}
+
+void clsImportCCHPracticeInfo::initializeDataRecordsets() {
+  procedure(label("initializeDataRecordsets"), [&] {
+    ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
+    if (dropDown != nullptr) setPracticeFirmID(dropDown->getFirmID());
+    closeDataRecordsets();
+    DatabaseService* db = moduleState().DatabaseReference;
+    if (db == nullptr || !db->isOpen()) return;
+
+    DatabaseService* source = sourceDatabase();
+    if (source != nullptr && source->isOpen()) {
+      auto openSource = [&](const std::string& sql) {
+        return source->openRecordset(sql, kCursorKeyset, kLockReadOnly);
+      };
+      if (options_.syncObjectsContacts) {
+        rsStaff = openSource("Select Staff.* FROM Staff;");
+        rsClients = openSource("SELECT Client.* FROM Client;");
+        rsContacts = openSource("SELECT Contacts.* FROM CONTACT As Contacts;");
+      } else if (options_.syncObjectsTimeEntries || options_.syncObjectsInvoices) {
+        // The clients of the money rows are made on the spot when they were not selected.
+        rsClients = openSource("SELECT Client.* FROM Client;");
+      }
+      if (options_.syncObjectsWorkCodes || options_.syncObjectsTimeEntries) {
+        rsCategories = openSource("SELECT Category.* FROM Category;");
+        rsWorkCodes = openSource("SELECT WorkCode.* FROM WorkCode;");
+        rsBillCodes = openSource("SELECT BillCode.* From BillCode;");
+      }
+      if (options_.syncObjectsTimeEntries) rsWIP = openSource(getCCHPracticeWIPQuery());
+      if (options_.syncObjectsInvoices) {
+        rsAR = openSource(getCCHPracticeARQuery());
+        rsCASH = openSource(getCCHPracticeCASHQuery());
+      }
+    }
+
+    auto openTarget = [&](const std::string& sql) {
+      return db->openRecordset(sql, kCursorKeyset, kLockOptimistic);
+    };
+    crossReferences().open(sourceFirmID(), db);
+    rsCompanies = openTarget("SELECT Companies.* FROM Companies;");
+    rsMainBusinessList = openTarget(getMainBusinessSQLString(false, 3, -1));
+    rsCompaniesNotes =
+        openTarget("SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes;");
+    rsTargetContacts = openTarget("SELECT Contacts.* FROM Contacts;");
+    if (options_.syncObjectsContacts)
+      rsAccountantEmployeeInfo =
+          openTarget("SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo;");
+    if (options_.syncObjectsWorkCodes) {
+      rsCustomInvoiceDockets =
+          openTarget("SELECT CustomInvoiceDockets.* FROM CustomInvoiceDockets;");
+      rsBillingJobCodes = openTarget("SELECT BillingJobCodes.* FROM BillingJobCodes;");
+      rsNonBillingJobCodes = openTarget("SELECT NonBillingJobCodes.* FROM NonBillingJobCodes;");
+      rsBillingCategories = openTarget("SELECT BillingCategories.* FROM BillingCategories;");
+    }
+    if (options_.syncObjectsInvoices) {
+      rsTargetInvoices = openTarget("SELECT Invoices.* FROM Invoices;");
+      rsDeposits = openTarget("SELECT Deposits.* FROM Deposits;");
+    }
+    if (options_.syncObjectsTimeEntries) rsDockets = openTarget("SELECT Dockets.* FROM Dockets;");
+  });
+}
+
+void clsImportCCHPracticeInfo::closeDataRecordsets() {
+  DatabaseService* db = moduleState().DatabaseReference;
+  if (db == nullptr) return;
+  bool open = false;
+  ignoreErrors([&] { open = db->isOpen(); });
+  if (!open) return;
+  auto closeOn = [](DatabaseService* on, std::int32_t& handle) {
+    ignoreErrors([&] {
+      if (on != nullptr && on->isRecordsetOpen(handle)) on->closeRecordset(handle);
+    });
+    handle = 0;
+  };
+  DatabaseService* source = sourceDatabase();
+  for (std::int32_t* h : {&rsStaff, &rsClients, &rsContacts, &rsCategories, &rsWorkCodes,
+                          &rsBillCodes, &rsWIP, &rsAR, &rsCASH})
+    closeOn(source, *h);
+  ignoreErrors([&] { crossReferences().close(); });
+  for (std::int32_t* h :
+       {&rsAccountantEmployeeInfo, &rsCompanies, &rsTargetContacts, &rsMainBusinessList,
+        &rsCompaniesNotes, &rsTargetInvoices, &rsDeposits, &rsDockets, &rsCustomInvoiceDockets,
+        &rsBillingJobCodes, &rsNonBillingJobCodes, &rsBillingCategories})
+    closeOn(db, *h);
+}
+
+}  // namespace lf
