@@ -114,6 +114,9 @@ class clsImportCCHPracticeInfo : public SyncEngine {
                                                          long invoiceID);
   long createNewCCHPracticeDepositAsDepositInLedgerfolio(const std::string& referenceNumber,
                                                          long depositID);
+  // The row of a work code in the job-code table its Chargeable column chooses, found by its
+  // code; -1 when there is none.
+  long getWorkcodeIDFromCCHPracticeWorkcode(const std::string& cchWorkcode);
   // Whether the docket of a WIP row is known from an earlier run.
   long getDocketIDFromCCHPracticeWIPID(const std::string& referenceNumber) {
     return crossReferences().find(CrossReferenceKind::Docket, referenceNumber);

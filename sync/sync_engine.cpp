@@ -379,7 +379,7 @@ SyncEngine::KeyResult SyncEngine::syncKey(const SyncStage& stage, const SourceRo
     bool check = companyFinder().duplicateCheckEnabled();
     known = matchClient(*stage.clientMatch, key, check, isNew);
   } else {
-    known = xref_.find(stage.crossReference, key);
+    known = stage.findKnown ? stage.findKnown(key) : xref_.find(stage.crossReference, key);
     isNew = known == -1;
   }
   if (stage.onlyNewEntriesApply && options_.importOnlyNewEntries && !isNew)

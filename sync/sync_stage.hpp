@@ -63,6 +63,10 @@ struct SyncStage {
   CrossReferenceKind crossReference = CrossReferenceKind::Docket;
   // Set for client stages: the look-up goes through client matching.
   std::optional<ClientRole> clientMatch{};
+  // Set where the cross-reference cannot tell the record (work codes kept in two tables whose
+  // IDs share one cross-reference column): the look-up of the key's Ledgerfolio ID, -1 when
+  // there is none.
+  std::function<long(const std::string& key)> findKnown{};
   // False where known rows are synchronised again on every run (staff, paragraphs, codes).
   bool onlyNewEntriesApply = true;
   // A reason to leave the row alone, or nothing to go on.

@@ -290,6 +290,11 @@ void clsImportCCHPracticeInfo::describeStages() {
       scanStage("work codes", "importCCHPracticeWorkCodes", &rsWorkCodes, "Workcode", K::Workcode);
   workCodes_.onlyNewEntriesApply = false;
   workCodes_.create = creator(&T::createNewCCHPracticeWorkcodeAsWorkcodeInLedgerfolio);
+  // The billing and non-billing tables number their rows apart while their IDs share one
+  // cross-reference column: a work code is found again by its code in its table.
+  workCodes_.findKnown = [this](const std::string& code) {
+    return getWorkcodeIDFromCCHPracticeWorkcode(code);
+  };
 
   // The money stages read whole tables and keep the rows of the date range.
   wipEntries_ = scanStage("time entries", "importCCHPracticeWIPEntries", &rsWIP, "ReferenceNumber",
@@ -471,7 +476,7 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeCategoryAsBillingCategoryInLe
 }
 
 long clsImportCCHPracticeInfo::createNewCCHPracticeWorkcodeAsWorkcodeInLedgerfolio(
-    const std::string& cchWorkcode, long /*workcodeID*/) {
+    const std::string& cchWorkcode, long workcodeID) {
   auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
     auto src = [&](std::string_view f) { return readText(source, rsWorkCodes, f); };
     if (src("Name").empty()) return skipBecause("no name");
@@ -480,13 +485,8 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeWorkcodeAsWorkcodeInLedgerfol
     const bool nonBilling = G::trim(src("Chargeable")) == "B";
     const std::int32_t rs = nonBilling ? rsNonBillingJobCodes : rsBillingJobCodes;
     const char* keyColumn = nonBilling ? "NonBillingJobCodeID" : "BillingJobCodeID";
-    // The two tables number their rows apart while their IDs share one cross-reference
-    // column, so a known ID may be a row of the other table: the code is found by its code.
-    long known = -1;
-    if (db.findRecord(rs, nonBilling ? "NonBillingJobCode" : "BillingJobCode", cchWorkcode))
-      known = static_cast<long>(db.getField(rs, keyColumn).toLong());
     const long code =
-        codeRowOf(db, rs, keyColumn, known,
+        codeRowOf(db, rs, keyColumn, workcodeID,
                   nonBilling ? "NonBillingJobCodeName" : "BillingJobCodeName", src("Name"));
     if (code == -1) return -1;
     writeFields(source, rsWorkCodes, db, rs,
@@ -502,6 +502,25 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeWorkcodeAsWorkcodeInLedgerfol
     return code;
   };
   return createFromSourceRow(__func__, rsWorkCodes, "Workcode", cchWorkcode, -1, create);
+}
+
+long clsImportCCHPracticeInfo::getWorkcodeIDFromCCHPracticeWorkcode(
+    const std::string& cchWorkcode) {
+  long result = -1;
+  procedure(label(__func__), [&] {
+    DatabaseService* source = sourceDatabase();
+    if (!practiceOpen() || source == nullptr ||
+        !source->findRecord(rsWorkCodes, "Workcode", cchWorkcode))
+      return;
+    DatabaseService& db = practice();
+    const bool nonBilling = G::trim(readText(*source, rsWorkCodes, "Chargeable")) == "B";
+    const std::int32_t rs = nonBilling ? rsNonBillingJobCodes : rsBillingJobCodes;
+    if (db.isRecordsetOpen(rs) &&
+        db.findRecord(rs, nonBilling ? "NonBillingJobCode" : "BillingJobCode", cchWorkcode))
+      result = static_cast<long>(
+          db.getField(rs, nonBilling ? "NonBillingJobCodeID" : "BillingJobCodeID").toLong());
+  });
+  return result;
 }
 
 // --- Clients ----------------------------------------------------------------------------------

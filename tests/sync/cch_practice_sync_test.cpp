@@ -299,7 +299,11 @@ TEST_F(CCHPracticeSyncTest, WorkCodesInThreePassesChargeableChoosesTheTable) {
   EXPECT_EQ(value("SELECT * FROM NonBillingJobCodes;", "BillingType").toLong(), 1);
 
   // Codes are written again on every run, not added again.
-  engine->importCCHPracticeInformation();
+  auto again = makeEngine();
+  again->setSyncObjects(false, false, false, true);
+  again->importCCHPracticeInformation();
+  EXPECT_EQ(again->ownCounters().at("work codes").created, 0);
+  EXPECT_EQ(again->ownCounters().at("work codes").updated, 4);
   EXPECT_EQ(count("SELECT * FROM BillingJobCodes;"), 3);
   EXPECT_EQ(count("SELECT * FROM NonBillingJobCodes;"), 1);
   EXPECT_EQ(count("SELECT * FROM CustomInvoiceDockets;"), 1);
