@@ -126,4 +126,33 @@ TEST_F(LfimportProgram, SourceInspectReadsAccessAndSqliteExportsAndRefusesOthers
             1);
 }
 
+TEST_F(LfimportProgram, SyncCchListsClientPairsThenSyncsTheSampleAndARerunAddsNothing) {
+  const std::string sample = std::string(LF_SOURCE_DIR) + "/samples/cch_export.db";
+  CommandRun list = lfimport("sync cch --list-clients --source '" + sample + "'");
+  ASSERT_EQ(list.exitCode, 0);
+  const auto clients = nlohmann::json::parse(list.out);
+  ASSERT_EQ(clients.size(), 6u);
+  EXPECT_EQ(clients[1]["id"], "1001,B");
+  EXPECT_EQ(clients[1]["business"], true);
+  EXPECT_EQ(clients[4]["business"], false);  // Ingrid Solberg
+  EXPECT_FALSE(clients[0].contains("inactive"));
+
+  ASSERT_EQ(lfimport("init '" + practice + "'").exitCode, 0);
+  const std::string sync = "sync cch --quiet --source '" + sample + "' --practice '" + practice +
+                           "' --answers '" + LF_SOURCE_DIR +
+                           "/samples/cch_answers.json' --report '";
+  ASSERT_EQ(lfimport(sync + (folder / "first.json").string() + "'").exitCode, 0);
+  ASSERT_EQ(lfimport(sync + (folder / "again.json").string() + "'").exitCode, 0);
+  auto created = [&](const std::string& report) {
+    std::ifstream in(folder / report);
+    const nlohmann::json json = nlohmann::json::parse(in);
+    long total = 0;
+    for (const auto& stage : json["stages"])
+      total += stage["created"].get<long>();
+    return total;
+  };
+  EXPECT_EQ(created("first.json"), 33);
+  EXPECT_EQ(created("again.json"), 0);
+}
+
 }  // namespace
