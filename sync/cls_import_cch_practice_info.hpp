@@ -131,12 +131,6 @@ class clsImportCCHPracticeInfo : public SyncEngine {
 
  private:
   void describeStages();
-  std::function<long(const std::string&, long)> creator(
-      long (clsImportCCHPracticeInfo::*create)(const std::string&, long));
-  // The row filter of a money stage: the row's date column against the time entries' range
-  // (wip) or the invoices' range.
-  std::function<std::optional<std::string>(const SourceRow&)> dateFilter(std::string column,
-                                                                         bool timeEntryRange);
   // The contacts of a business client, each through client matching and its creator.
   void importCCHPracticeClientContacts(const std::string& clientKey, long companyID);
 

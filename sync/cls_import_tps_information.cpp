@@ -178,51 +178,19 @@ void clsImportTPSInformation::initializeDataRecordsets() {
       }
     }
 
-    auto openTarget = [&](const std::string& sql) {
-      return db->openRecordset(sql, kCursorKeyset, kLockOptimistic);
-    };
-    crossReferences().open(sourceFirmID(), db);
-    rsCompanies = openTarget("SELECT Companies.* FROM Companies;");
-    rsMainBusinessList = openTarget(getMainBusinessSQLString(false, 3, -1));
-    rsCompaniesNotes =
-        openTarget("SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes;");
-    rsTargetContacts = openTarget("SELECT Contacts.* FROM Contacts;");
-    if (options_.syncObjectsContacts)
-      rsAccountantEmployeeInfo =
-          openTarget("SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo;");
-    if (options_.syncObjectsWorkCodes)
-      rsCustomInvoiceDockets =
-          openTarget("SELECT CustomInvoiceDockets.* FROM CustomInvoiceDockets;");
-    if (options_.syncObjectsInvoices) {
-      rsTargetInvoices = openTarget("SELECT Invoices.* FROM Invoices;");
-      rsDeposits = openTarget("SELECT Deposits.* FROM Deposits;");
-    }
-    if (options_.syncObjectsTimeEntries) rsDockets = openTarget("SELECT Dockets.* FROM Dockets;");
+    openPracticeRecordsets(
+        *db, {rsAccountantEmployeeInfo, rsCompanies, rsMainBusinessList, rsCompaniesNotes,
+              rsTargetContacts, rsCustomInvoiceDockets, rsTargetInvoices, rsDeposits, rsDockets});
   });
 }
 
 void clsImportTPSInformation::closeDataRecordsets() {
-  DatabaseService* db = moduleState().DatabaseReference;
-  if (db == nullptr) return;
-  bool open = false;
-  ignoreErrors([&] { open = db->isOpen(); });
-  if (!open) return;
-  auto closeOn = [](DatabaseService* on, std::int32_t& handle) {
-    ignoreErrors([&] {
-      if (on != nullptr && on->isRecordsetOpen(handle)) on->closeRecordset(handle);
-    });
-    handle = 0;
-  };
-  DatabaseService* source = sourceDatabase();
-  for (std::int32_t* h : {&rsEmployees, &rsClients, &rsClientContacts, &rsContacts, &rsInvoiceQuery,
-                          &rsInvoices, &rsTimeQuery, &rsTimes, &rsPaymentQuery, &rsPayments,
-                          &rsChildWorkCodes, &rsParentWorkCodes, &rsParagraphs})
-    closeOn(source, *h);
-  ignoreErrors([&] { crossReferences().close(); });
-  for (std::int32_t* h :
-       {&rsAccountantEmployeeInfo, &rsCompanies, &rsTargetContacts, &rsMainBusinessList,
-        &rsCompaniesNotes, &rsTargetInvoices, &rsDeposits, &rsDockets, &rsCustomInvoiceDockets})
-    closeOn(db, *h);
+  closeRecordsets(
+      {&rsEmployees, &rsClients, &rsClientContacts, &rsContacts, &rsInvoiceQuery, &rsInvoices,
+       &rsTimeQuery, &rsTimes, &rsPaymentQuery, &rsPayments, &rsChildWorkCodes, &rsParentWorkCodes,
+       &rsParagraphs},
+      {&rsAccountantEmployeeInfo, &rsCompanies, &rsTargetContacts, &rsMainBusinessList,
+       &rsCompaniesNotes, &rsTargetInvoices, &rsDeposits, &rsDockets, &rsCustomInvoiceDockets});
 }
 
 }  // namespace lf

@@ -143,9 +143,6 @@ class clsImportTPSInformation : public SyncEngine {
  private:
   // The stages as data (sync/sources/tps_source.cpp).
   void describeStages();
-  // The stage hook of a creator that takes the key and the known ID.
-  std::function<long(const std::string&, long)> creator(
-      long (clsImportTPSInformation::*create)(const std::string&, long));
   // A statement under the invoices' date range, run under the operation's label.
   std::string invoiceRangeQuery(std::string_view operation, std::string sql,
                                 std::string_view column);

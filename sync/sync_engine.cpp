@@ -24,6 +24,7 @@
 #include "host/practice_duplicate_finder.hpp"
 #include "host/progress_dialog.hpp"
 #include "host/work_code_object.hpp"
+#include "records/lookups.hpp"
 
 namespace lf {
 namespace {
@@ -421,6 +422,68 @@ long SyncEngine::createFromSourceRow(
 
 void SyncEngine::beforeCrossReference() {
   if (killAtRecord_ > 0 && recordsStarted_ == killAtRecord_) std::raise(SIGKILL);
+}
+
+std::function<std::optional<std::string>(const SourceRow&)> SyncEngine::dateRangeFilter(
+    std::string column, bool timeEntryRange) const {
+  return [this, column = std::move(column),
+          timeEntryRange](const SourceRow& row) -> std::optional<std::string> {
+    const SyncOptions& o = options_;
+    const bool inUse = timeEntryRange ? o.mvarUseTimeEntryDateRange : o.mvarUseInvoiceDateRange;
+    if (!inUse) return std::nullopt;
+    const std::optional<Date> date = DateUtilities::parseDateText(row.text(column));
+    if (!date) return "no " + column;
+    const bool inRange =
+        timeEntryRange
+            ? dateInSynchRange(*date, true, o.mvarTimeEntriesSynchDateRangeType,
+                               o.mvarTimeEntriesSynchStartRange, o.mvarTimeEntriesSynchEndRange)
+            : dateInSynchRange(*date, true, o.mvarInvoicesSynchDateRangeType,
+                               o.mvarInvoicesSynchStartRange, o.mvarInvoicesSynchEndRange);
+    if (!inRange) return column + " outside the date range";
+    return std::nullopt;
+  };
+}
+
+// --- Recordsets of a run ---------------------------------------------------------------------
+
+void SyncEngine::openPracticeRecordsets(DatabaseService& db, const PracticeRecordsets& handles) {
+  auto open = [&](const std::string& sql) {
+    return db.openRecordset(sql, kCursorKeyset, kLockOptimistic);
+  };
+  xref_.open(sourceFirmID_, &db);
+  handles.companies = open("SELECT Companies.* FROM Companies;");
+  handles.mainBusinessList = open(getMainBusinessSQLString(false, 3, -1));
+  handles.companiesNotes =
+      open("SELECT CompaniesNotes.CompanyNum, CompaniesNotes.Notes FROM CompaniesNotes;");
+  handles.contacts = open("SELECT Contacts.* FROM Contacts;");
+  if (options_.syncObjectsContacts)
+    handles.accountantEmployeeInfo =
+        open("SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo;");
+  if (options_.syncObjectsWorkCodes)
+    handles.customInvoiceDockets = open("SELECT CustomInvoiceDockets.* FROM CustomInvoiceDockets;");
+  if (options_.syncObjectsInvoices) {
+    handles.invoices = open("SELECT Invoices.* FROM Invoices;");
+    handles.deposits = open("SELECT Deposits.* FROM Deposits;");
+  }
+  if (options_.syncObjectsTimeEntries) handles.dockets = open("SELECT Dockets.* FROM Dockets;");
+}
+
+void SyncEngine::closeRecordsets(std::initializer_list<std::int32_t*> sourceHandles,
+                                 std::initializer_list<std::int32_t*> targetHandles) {
+  DatabaseService* db = moduleState().DatabaseReference;
+  if (db == nullptr) return;
+  bool open = false;
+  ignoreErrors([&] { open = db->isOpen(); });
+  if (!open) return;
+  auto closeOn = [](DatabaseService* on, std::int32_t& handle) {
+    ignoreErrors([&] {
+      if (on != nullptr && on->isRecordsetOpen(handle)) on->closeRecordset(handle);
+    });
+    handle = 0;
+  };
+  for (std::int32_t* h : sourceHandles) closeOn(source_.get(), *h);
+  ignoreErrors([&] { xref_.close(); });
+  for (std::int32_t* h : targetHandles) closeOn(db, *h);
 }
 
 // --- Records and their write groups ----------------------------------------------------------

@@ -22,6 +22,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <optional>
@@ -228,6 +229,45 @@ class SyncEngine : public ImportServices {
 
   // The source's label of one of its operations.
   std::string label(std::string_view procedureName) const;
+
+  // The stage hook of a creator that takes the key and the known ID.
+  template <class Engine>
+  static std::function<long(const std::string&, long)> creator(
+      Engine* engine, long (Engine::*create)(const std::string&, long)) {
+    return [engine, create](const std::string& key, long known) {
+      return (engine->*create)(key, known);
+    };
+  }
+
+  // The row filter of a source that filters by date row by row instead of in its statement:
+  // the row's date column against the time entries' range (timeEntryRange) or the invoices'
+  // range, by dateInSynchRange. A row passes when the range is not in use; with the range in
+  // use, a row without a readable date is left alone.
+  std::function<std::optional<std::string>(const SourceRow&)> dateRangeFilter(
+      std::string column, bool timeEntryRange) const;
+
+  // The practice recordsets every source's run opens, as the source engine names them.
+  struct PracticeRecordsets {
+    std::int32_t& accountantEmployeeInfo;
+    std::int32_t& companies;
+    std::int32_t& mainBusinessList;
+    std::int32_t& companiesNotes;
+    std::int32_t& contacts;
+    std::int32_t& customInvoiceDockets;
+    std::int32_t& invoices;
+    std::int32_t& deposits;
+    std::int32_t& dockets;
+  };
+  // Opens, updatable, the cross-reference tables of the source firm and the practice
+  // recordsets of the chosen groups: companies, the main business list, company notes and
+  // contacts always; staff with the contacts, invoice items with the work codes, invoices and
+  // deposits with the invoices, dockets with the time entries. REQUIRES: db is open.
+  void openPracticeRecordsets(DatabaseService& db, const PracticeRecordsets& handles);
+  // Closes the source handles on the source, the cross-reference tables and the target
+  // handles on the practice database, each set to 0; errors are ignored. Nothing is done
+  // when the practice database is not open.
+  void closeRecordsets(std::initializer_list<std::int32_t*> sourceHandles,
+                       std::initializer_list<std::int32_t*> targetHandles);
   void setPracticeFirmID(long firmID) { practiceFirmID_ = firmID; }
   bool practiceOpen() const;
   // True when the source is open and usable (the stages' first test).

@@ -212,31 +212,6 @@ std::span<const FieldMap> cchPracticeFieldMaps() {
 
 // --- The stages -------------------------------------------------------------------------------
 
-std::function<long(const std::string&, long)> clsImportCCHPracticeInfo::creator(
-    long (clsImportCCHPracticeInfo::*create)(const std::string&, long)) {
-  return [this, create](const std::string& key, long known) { return (this->*create)(key, known); };
-}
-
-std::function<std::optional<std::string>(const SourceRow&)> clsImportCCHPracticeInfo::dateFilter(
-    std::string column, bool timeEntryRange) {
-  return [this, column = std::move(column),
-          timeEntryRange](const SourceRow& row) -> std::optional<std::string> {
-    const SyncOptions& o = options_;
-    const bool use = timeEntryRange ? o.mvarUseTimeEntryDateRange : o.mvarUseInvoiceDateRange;
-    if (!use) return std::nullopt;
-    const std::optional<Date> date = DateUtilities::parseDateText(row.text(column));
-    if (!date) return "no " + column;
-    const bool inRange =
-        timeEntryRange
-            ? dateInSynchRange(*date, true, o.mvarTimeEntriesSynchDateRangeType,
-                               o.mvarTimeEntriesSynchStartRange, o.mvarTimeEntriesSynchEndRange)
-            : dateInSynchRange(*date, true, o.mvarInvoicesSynchDateRangeType,
-                               o.mvarInvoicesSynchStartRange, o.mvarInvoicesSynchEndRange);
-    if (!inRange) return column + " outside the date range";
-    return std::nullopt;
-  };
-}
-
 void clsImportCCHPracticeInfo::describeStages() {
   using K = CrossReferenceKind;
   using T = clsImportCCHPracticeInfo;
@@ -254,7 +229,7 @@ void clsImportCCHPracticeInfo::describeStages() {
   businessClients_ =
       clientStage("business clients", "importCCHPracticeBusinessClients",
                   &options_.companyCollection, K::CompanyClient, ClientRole::Company);
-  businessClients_.create = creator(&T::createNewCCHPracticeClientAsCompanyInLedgerfolio);
+  businessClients_.create = creator(this, &T::createNewCCHPracticeClientAsCompanyInLedgerfolio);
   businessClients_.afterSave = [this](const std::string& id, long company) {
     importCCHPracticeClientContacts(id, company);
   };
@@ -281,15 +256,16 @@ void clsImportCCHPracticeInfo::describeStages() {
   billCodes_ = scanStage("invoice paragraphs", "importCCHPracticeWorkCodes", &rsBillCodes, "BillID",
                          K::InvoiceItem);
   billCodes_.onlyNewEntriesApply = false;
-  billCodes_.create = creator(&T::createNewCCHPracticeParagraphAsInvoiceItemInLedgerfolio);
+  billCodes_.create = creator(this, &T::createNewCCHPracticeParagraphAsInvoiceItemInLedgerfolio);
   categories_ = scanStage("billing categories", "importCCHPracticeWorkCodes", &rsCategories,
                           "Category", K::BillingCategory);
   categories_.onlyNewEntriesApply = false;
-  categories_.create = creator(&T::createNewCCHPracticeCategoryAsBillingCategoryInLedgerfolio);
+  categories_.create =
+      creator(this, &T::createNewCCHPracticeCategoryAsBillingCategoryInLedgerfolio);
   workCodes_ =
       scanStage("work codes", "importCCHPracticeWorkCodes", &rsWorkCodes, "Workcode", K::Workcode);
   workCodes_.onlyNewEntriesApply = false;
-  workCodes_.create = creator(&T::createNewCCHPracticeWorkcodeAsWorkcodeInLedgerfolio);
+  workCodes_.create = creator(this, &T::createNewCCHPracticeWorkcodeAsWorkcodeInLedgerfolio);
   // The billing and non-billing tables number their rows apart while their IDs share one
   // cross-reference column: a work code is found again by its code in its table.
   workCodes_.findKnown = [this](const std::string& code) {
@@ -300,7 +276,7 @@ void clsImportCCHPracticeInfo::describeStages() {
   wipEntries_ = scanStage("time entries", "importCCHPracticeWIPEntries", &rsWIP, "ReferenceNumber",
                           K::Docket);
   wipEntries_.progressCaption = "Importing CCH Practice WIP Entry {} of {}";
-  wipEntries_.rowFilter = [this, inRange = dateFilter("TranDate", true)](
+  wipEntries_.rowFilter = [this, inRange = dateRangeFilter("TranDate", true)](
                               const SourceRow& row) -> std::optional<std::string> {
     if (std::optional<std::string> reason = inRange(row)) return reason;
     // Billed, reversed and the like are not work in progress; every other status is.
@@ -309,19 +285,19 @@ void clsImportCCHPracticeInfo::describeStages() {
       return "billing status " + status + " is not work in progress";
     return std::nullopt;
   };
-  wipEntries_.create = creator(&T::createNewCCHPracticeTimeAsDocketInLedgerfolio);
+  wipEntries_.create = creator(this, &T::createNewCCHPracticeTimeAsDocketInLedgerfolio);
 
   invoices_ =
       scanStage("invoices", "importCCHPracticeInvoices", &rsAR, "ReferenceNumber", K::Invoice);
-  invoices_.rowFilter = dateFilter("InvoiceDate", false);
+  invoices_.rowFilter = dateRangeFilter("InvoiceDate", false);
   invoices_.progressCaption = "Importing CCH Practice Invoice {} of {}";
-  invoices_.create = creator(&T::createNewCCHPracticeInvoiceAsInvoiceInLedgerfolio);
+  invoices_.create = creator(this, &T::createNewCCHPracticeInvoiceAsInvoiceInLedgerfolio);
 
   deposits_ =
       scanStage("deposits", "importCCHPracticeDeposits", &rsCASH, "ReferenceNumber", K::Deposit);
-  deposits_.rowFilter = dateFilter("DateApplied", false);
+  deposits_.rowFilter = dateRangeFilter("DateApplied", false);
   deposits_.keepsPosition = true;
-  deposits_.create = creator(&T::createNewCCHPracticeDepositAsDepositInLedgerfolio);
+  deposits_.create = creator(this, &T::createNewCCHPracticeDepositAsDepositInLedgerfolio);
 
   // Client matching: where each role finds its candidate in the export. In the order of
   // ClientRole.

@@ -198,11 +198,6 @@ std::span<const FieldMap> tpsFieldMaps() {
 
 // --- The stages -------------------------------------------------------------------------------
 
-std::function<long(const std::string&, long)> clsImportTPSInformation::creator(
-    long (clsImportTPSInformation::*create)(const std::string&, long)) {
-  return [this, create](const std::string& key, long known) { return (this->*create)(key, known); };
-}
-
 void clsImportTPSInformation::describeStages() {
   using K = CrossReferenceKind;
   using T = clsImportTPSInformation;
@@ -220,7 +215,7 @@ void clsImportTPSInformation::describeStages() {
   businessClients_ =
       clientStage("business clients", "importTPSBusinessClients", &options_.companyCollection,
                   K::CompanyClient, ClientRole::Company);
-  businessClients_.create = creator(&T::createNewTPSClientAsCompanyInLedgerfolio);
+  businessClients_.create = creator(this, &T::createNewTPSClientAsCompanyInLedgerfolio);
   businessClients_.afterSave = [this](const std::string& id, long company) {
     importTPSClientContacts(id, company);
   };
@@ -247,17 +242,18 @@ void clsImportTPSInformation::describeStages() {
   invoiceParagraphs_ = scanStage("invoice paragraphs", "importTPSInvoiceParagraphs", &rsParagraphs,
                                  "ParagraphID", K::InvoiceItem);
   invoiceParagraphs_.onlyNewEntriesApply = false;
-  invoiceParagraphs_.create = creator(&T::createNewTPSParagraphAsInvoiceItemInLedgerfolio);
+  invoiceParagraphs_.create = creator(this, &T::createNewTPSParagraphAsInvoiceItemInLedgerfolio);
 
   // Work codes: the parent codes (not counted in the progress), then the child codes.
   parentWorkCodes_ = scanStage("work codes", "importTPSWorkCodes", &rsParentWorkCodes, "WorkID",
                                K::BillingCategory);
   parentWorkCodes_.onlyNewEntriesApply = parentWorkCodes_.stepsProgress = false;
-  parentWorkCodes_.create = creator(&T::createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio);
+  parentWorkCodes_.create =
+      creator(this, &T::createNewTPSServiceCategoryAsBillingCategoryInLedgerfolio);
   childWorkCodes_ =
       scanStage("work codes", "importTPSWorkCodes", &rsChildWorkCodes, "WorkID", K::Workcode);
   childWorkCodes_.onlyNewEntriesApply = false;
-  childWorkCodes_.create = creator(&T::createNewTPSWorkcodeAsWorkcodeInLedgerfolio);
+  childWorkCodes_.create = creator(this, &T::createNewTPSWorkcodeAsWorkcodeInLedgerfolio);
 
   invoices_ = scanStage("invoices", "importTPSInvoices", &rsInvoiceQuery, "InvoiceID", K::Invoice);
   // Intended: invoice 1 is the export's placeholder and never imports.
@@ -266,12 +262,12 @@ void clsImportTPSInformation::describeStages() {
     return std::nullopt;
   };
   invoices_.progressCaption = "Importing TPS Invoice {} of {}";
-  invoices_.create = creator(&T::createNewTPSInvoiceAsInvoiceInLedgerfolio);
+  invoices_.create = creator(this, &T::createNewTPSInvoiceAsInvoiceInLedgerfolio);
 
   deposits_ = scanStage("deposits", "importTPSDeposits", &rsPaymentQuery, "PaymentID", K::Deposit);
   deposits_.progressCaption = "Importing TPS deposit {} of {}";
   deposits_.keepsPosition = true;
-  deposits_.create = creator(&T::createNewTPSDepositAsDepositInLedgerfolio);
+  deposits_.create = creator(this, &T::createNewTPSDepositAsDepositInLedgerfolio);
 
   timeEntries_ =
       scanStage("time entries", "importTPSTimeEntries", &rsTimeQuery, "TimeID", K::Docket);
