@@ -634,14 +634,20 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeTimeAsDocketInLedgerfolio(
     const std::string& referenceNumber, long docketID) {
   auto create = [&](DatabaseService& source, DatabaseService&) -> long {
     auto src = [&](std::string_view f) { return readText(source, rsWIP, f); };
+    // Without a staff member or a client there is no docket; the cross-reference keeps the
+    // docket it was given.
     const std::string employee = src("EmpID");
-    if (employee.empty()) return skipBecause("no staff member");
+    if (employee.empty()) {
+      skipBecause("no staff member");
+      return docketID;
+    }
     long company = -1, contact = -1;
-    if (!clientOfRecord(rsWIP, "ReferenceNumber", referenceNumber, company, contact)) return -1;
+    if (!clientOfRecord(rsWIP, "ReferenceNumber", referenceNumber, company, contact))
+      return docketID;
     const long user = crossReferences().find(CrossReferenceKind::Employee, employee);
 
     std::unique_ptr<DocketObject> docket = makeDocketObject();
-    if (!docket) return -1;
+    if (!docket) return docketID;
     if (docketID <= 0 || !docket->loadDocket(docketID)) docket->newDocket();
     docket->setUserIDNum(user);
     docket->setFirmIDNum(practiceFirmID());
@@ -650,19 +656,20 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeTimeAsDocketInLedgerfolio(
     docket->setBillToCompanyIDNum(company);
     docket->setBillToContactIDNum(contact);
     if (auto start = DateUtilities::parseDateText(src("TranDate"))) docket->setDateTimeFrom(*start);
-    double hours = 0;
-    if (!G::isNumeric(src("Hours")) || !G::parseNumber(src("Hours"), hours)) hours = 0;
+    // Hours that are not a number leave the docket's default hour.
+    double hours = 1.0;
+    if (!G::isNumeric(src("Hours")) || !G::parseNumber(src("Hours"), hours)) hours = 1.0;
     docket->setDuration(hours);
     const bool billed = G::trim(src("BillingStatus")) == "B";
     docket->setInvoiced(billed);
     docket->setDocketStatus(billed ? 4 : 0);
 
-    // The subject is the row's own name, else its work code's name, else its description.
-    std::string subject = src("Name");
+    // The subject is the work code's name, else the row's own name, else its description.
+    std::string subject;
     const std::string work = src("WorkCode");
-    if (subject.empty() && !work.empty() && rsWorkCodes != 0 &&
-        source.findRecord(rsWorkCodes, "Workcode", work))
+    if (!work.empty() && rsWorkCodes != 0 && source.findRecord(rsWorkCodes, "Workcode", work))
       subject = readText(source, rsWorkCodes, "Name");
+    if (subject.empty()) subject = src("Name");
     if (subject.empty()) subject = src("Description");
     docket->setSubject(subject.substr(0, 255));
     if (!src("Description").empty()) docket->setTextBody(src("Description"));

@@ -221,6 +221,29 @@ TEST_F(CCHPracticeSyncTest, OnlyWIPEntriesSkipsBilledReversedAndStatusS) {
   EXPECT_EQ(count("SELECT * FROM Dockets;"), 9);
 }
 
+TEST_F(CCHPracticeSyncTest, WIPDocketTakesWorkCodeNameHoursAndAmount) {
+  exportFile.exec(
+      "INSERT INTO WorkCode VALUES ('BK', 'Bookkeeping', NULL, 'C');"
+      "INSERT INTO WIP (ReferenceNumber, ClientID, Engagement, EmpID, Hours, TranDate, WorkCode, "
+      "Name, Description, AdjAmount, BillingStatus) VALUES"
+      " ('W1', '1001', 'A', 'E1', 2.5, '2026-01-12', 'BK', 'Own name', 'January books', '450', "
+      "'U'),"
+      " ('W2', '1001', 'A', 'E1', 'n/a', '2026-01-13', 'ZZ', NULL, 'Call', '95', 'U'),"
+      " ('W3', '1001', 'A', NULL, 1, '2026-01-14', NULL, NULL, NULL, '10', 'U');");
+  auto engine = makeEngine();
+  engine->importCCHPracticeInformation();
+  const std::string w1 = "SELECT * FROM Dockets WHERE Subject='Bookkeeping';";
+  EXPECT_EQ(text(w1, "TextBody"), "January books");
+  EXPECT_EQ(value(w1, "TotalTimeReal").toDouble(), 2.5);
+  EXPECT_EQ(value(w1, "TotalAmountFinal").toDouble(), 450.0);
+  EXPECT_EQ(text(w1, "UserIDNum"),
+            text("SELECT * FROM AccountantEmployeeInfo WHERE LastName='Quayle';", "ContactID"));
+  // An unknown work code leaves the description; hours that are no number, one hour.
+  EXPECT_EQ(value("SELECT * FROM Dockets WHERE Subject='Call';", "TotalTimeReal").toDouble(), 1.0);
+  // No staff member, no docket.
+  EXPECT_EQ(count("SELECT * FROM Dockets;"), 2);
+}
+
 TEST_F(CCHPracticeSyncTest, InvoicesFilterOnInvoiceDateAndDepositsOnDateApplied) {
   exportFile.exec(
       "INSERT INTO AR (ReferenceNumber, ClientID, Engagement, InvoiceNumber, InvoiceDate, "
