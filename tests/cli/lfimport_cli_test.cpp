@@ -147,8 +147,7 @@ TEST_F(LfimportProgram, SyncCchListsClientPairsThenSyncsTheSampleAndARerunAddsNo
     std::ifstream in(folder / report);
     const nlohmann::json json = nlohmann::json::parse(in);
     long total = 0;
-    for (const auto& stage : json["stages"])
-      total += stage["created"].get<long>();
+    for (const auto& stage : json["stages"]) total += stage["created"].get<long>();
     return total;
   };
   EXPECT_EQ(created("first.json"), 33);
