@@ -48,29 +48,37 @@ void PracticeImportDuplicates::loadIndex() {
   if (kind_ == Contact) {
     const std::int32_t h = db->openRecordset(
         "SELECT Contacts.ContactID, Contacts.FirstName, Contacts.LastName, Contacts.DisplayName, "
-        "Contacts.SocialInsuranceNumber, Contacts.ClientID FROM Contacts ORDER BY "
-        "Contacts.ContactID;",
+        "Contacts.SocialInsuranceNumber, Contacts.ClientID FROM Contacts;",
         kCursorKeyset, kLockReadOnly);
-    while (db->hasRecord(h) && !db->isEOF(h)) {
+    for (bool more = db->hasRecord(h); more && !db->isEOF(h); db->moveNext(h)) {
       const long id = static_cast<long>(db->getField(h, "ContactID").toLong());
       addContact(id, text(h, "FirstName"), text(h, "LastName"), text(h, "SocialInsuranceNumber"),
                  text(h, "ClientID"));
       remember(byName_, comparableText(text(h, "DisplayName")), id);
-      db->moveNext(h);
     }
     db->closeRecordset(h);
     return;
   }
+  // The business numbers of the client-data rows, then the companies.
+  std::unordered_map<long, std::string> numbers;
+  const std::int32_t n = db->openRecordset(
+      "SELECT ClientData.ClientDataID, ClientData.CompanyIDNum, ClientData.BusinessNumber FROM "
+      "ClientData;",
+      kCursorKeyset, kLockReadOnly);
+  for (bool more = db->hasRecord(n); more && !db->isEOF(n); db->moveNext(n))
+    numbers.emplace(static_cast<long>(db->getField(n, "CompanyIDNum").toLong()),
+                    text(n, "BusinessNumber"));
+  db->closeRecordset(n);
   const std::int32_t h = db->openRecordset(
       "SELECT Companies.CompanyID, Companies.CompanyName, Companies.CorporateName, "
-      "Companies.ClientID, ClientData.BusinessNumber FROM Companies LEFT JOIN ClientData ON "
-      "Companies.CompanyID = ClientData.CompanyIDNum ORDER BY Companies.CompanyID;",
+      "Companies.ClientID FROM Companies;",
       kCursorKeyset, kLockReadOnly);
-  while (db->hasRecord(h) && !db->isEOF(h)) {
+  for (bool more = db->hasRecord(h); more && !db->isEOF(h); db->moveNext(h)) {
     const long id = static_cast<long>(db->getField(h, "CompanyID").toLong());
-    addCompany(id, text(h, "CompanyName"), text(h, "BusinessNumber"), text(h, "ClientID"));
+    const auto number = numbers.find(id);
+    addCompany(id, text(h, "CompanyName"), number == numbers.end() ? "" : number->second,
+               text(h, "ClientID"));
     remember(byName_, comparableText(text(h, "CorporateName")), id);
-    db->moveNext(h);
   }
   db->closeRecordset(h);
 }
@@ -92,20 +100,23 @@ void PracticeImportDuplicates::runSearch() {
   secondMatch_ = -1;
   if (!checkingOn_) return;
   if (!loaded_) loadIndex();
-  if (matchBy_ == kMatchByClientID) {
+  // The first test by the identity the user matches by, the second by name when the first
+  // found nobody.
+  if (matchBy_ == kMatchByClientID)
     firstMatch_ = lookUp(byClientID_, comparableText(clientID_));
-  } else if (kind_ == Contact && matchBy_ == kMatchBySIN) {
+  else if (kind_ == Contact && matchBy_ == kMatchBySIN)
     firstMatch_ = lookUp(byNumber_, comparableSIN(sin_));
-  } else if (kind_ == Company && matchBy_ == kMatchByBusinessNumber) {
+  else if (kind_ == Company && matchBy_ == kMatchByBusinessNumber)
     firstMatch_ = lookUp(byNumber_, comparableBusinessNumber(businessNumber_));
-  } else if (kind_ == Company && matchBy_ == kMatchByCorporateName) {
+  if (firstMatch_ > 0) return;
+  if (kind_ == Company && matchBy_ == kMatchByCorporateName) {
     secondMatch_ = lookUp(byName_, comparableText(corporateName_));
-  } else {
-    secondMatch_ = lookUp(byName_, comparableText(name_));
-    if (secondMatch_ < 0 && !GeneralUtilities::isBlank(firstName_) &&
-        !GeneralUtilities::isBlank(lastName_))
-      secondMatch_ = lookUp(byName_, comparableText(firstName_) + " " + comparableText(lastName_));
+    return;
   }
+  secondMatch_ = lookUp(byName_, comparableText(name_));
+  if (secondMatch_ < 0 && !GeneralUtilities::isBlank(firstName_) &&
+      !GeneralUtilities::isBlank(lastName_))
+    secondMatch_ = lookUp(byName_, comparableText(firstName_) + " " + comparableText(lastName_));
 }
 
 void PracticeImportDuplicates::addContact(long contactID, std::string_view firstName,

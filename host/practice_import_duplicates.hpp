@@ -6,6 +6,8 @@
 // one read of the table, not a statement per row. Values compare without letter case and
 // surrounding blanks; a SIN by its digits; a business number by its nine-digit root, so that
 // "123456789", "12345 6789" and "123456789 RT0001" are one number. The first row found wins.
+// The first test matches by the identity chosen (SIN, business number or client ID); when it
+// finds nobody, or the choice is the name, the second test matches by name.
 #pragma once
 
 #include <string>

@@ -108,8 +108,10 @@ std::optional<Date> companyDate(std::string_view cell) {
   return DateUtilities::parseDateText(monthDay);
 }
 
-// The company value pass on the main row; answers the notes holder.
-std::string writeCompanyValues(DatabaseService& db, std::int32_t handle,
+// The company value pass: client-data columns on the main row, company columns on the
+// company's own row (the main selection also holds Clients.ClientID, which would shadow
+// Companies.ClientID). Answers the notes holder.
+std::string writeCompanyValues(DatabaseService& db, std::int32_t mainRow, std::int32_t companyRow,
                                const ColumnMapping& mapping, const ImportGrid& grid, int row,
                                const CompanyIdentity& company, bool captions) {
   std::string notes;
@@ -126,6 +128,7 @@ std::string writeCompanyValues(DatabaseService& db, std::int32_t handle,
       continue;
     }
     if (!isCompanyTag(item->tableTag) || GU::isBlank(cell)) continue;
+    const std::int32_t handle = item->tableTag == "CompanyInfo" ? companyRow : mainRow;
     const std::string cut = cutToLength(cell, item->maxLength);
     if (key.size() == 8 && key.starts_with("ADDRESS") && key[7] >= '1' && key[7] <= '3') {
       address[key[7] - '1'] = cell;
@@ -157,9 +160,9 @@ std::string writeCompanyValues(DatabaseService& db, std::int32_t handle,
     return cutToLength(joined, kJoinedAddressLength);
   };
   if (const std::string joined = join(address); !GU::isBlank(joined))
-    db.setField(handle, "Address", joined);
+    db.setField(companyRow, "Address", joined);
   if (const std::string joined = join(altAddress); !GU::isBlank(joined))
-    db.setField(handle, "AltAddress", joined);
+    db.setField(companyRow, "AltAddress", joined);
   const std::pair<std::string_view, const std::string*> numbers[] = {
       {"BusinessNumber", &company.businessNumber},
       {"GSTNumber", &company.gstNumber},
@@ -167,7 +170,7 @@ std::string writeCompanyValues(DatabaseService& db, std::int32_t handle,
       {"FederalCorpNumber", &company.federalCorpNumber},
   };
   for (const auto& [column, number] : numbers)
-    if (!GU::isBlank(*number)) db.setField(handle, column, cutToLength(*number, kNumberLength));
+    if (!GU::isBlank(*number)) db.setField(mainRow, column, cutToLength(*number, kNumberLength));
   return notes;
 }
 
@@ -263,8 +266,13 @@ RowOutcome clsImportBusinessTextFile::importRow(int row, std::string& skipReason
   }
   db.setField(main, "CategoryNum", std::to_string(importCategory));
   db.setField(main, "ShowThisClient", showThisClient ? "True" : "False");
-  const std::string notes =
-      writeCompanyValues(db, main, mapping, grid, row, identity, reader.firstRowFieldNames);
+  RecordsetScope companyRow(db,
+                            "SELECT Companies.* FROM Companies WHERE Companies.CompanyID=" +
+                                std::to_string(company) + ";",
+                            kLockOptimistic);
+  const std::string notes = writeCompanyValues(db, main, companyRow, mapping, grid, row, identity,
+                                               reader.firstRowFieldNames);
+  companyRow.close();
   main.close();
   appendNotes(db,
               "SELECT CompaniesNotes.* FROM CompaniesNotes WHERE CompaniesNotes.CompanyNum=" +
