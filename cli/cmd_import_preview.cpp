@@ -1,8 +1,8 @@
 // lfimport import preview: what the text import would read from a delimited file (the guessed
 // delimiter, the column count and the first rows of the grid) without touching a database.
 //
-//   lfimport import preview --file clients.csv [--delimiter tab] [--qualifier none] \
-//       [--first-row-names] [--rows 10] [--json]
+//   lfimport import preview --file clients.csv [--delimiter tab] [--qualifier none]
+//                           [--first-row-names] [--rows 10] [--json]
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
@@ -17,6 +17,7 @@
 #include "cli/option_checks.hpp"
 #include "text/delimited_file_reader.hpp"
 #include "text/delimiter_words.hpp"
+#include "text/grid_table.hpp"
 #include "text/import_file_checks.hpp"
 
 namespace lf::cli {
@@ -30,54 +31,6 @@ struct PreviewOptions {
   int rows = 10;
   bool json = false;
 };
-
-// Width of a text on a terminal, one column per character.
-size_t displayWidth(std::string_view text) {
-  return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-  }));
-}
-
-// A cell for the table: line breaks shown as "¶", cut to `width` characters.
-std::string tableCell(std::string text, size_t width) {
-  std::string flat;
-  for (size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\r') continue;
-    if (text[i] == '\n')
-      flat += "¶";
-    else
-      flat += text[i];
-  }
-  if (displayWidth(flat) <= width) return flat + std::string(width - displayWidth(flat), ' ');
-  std::string cut;
-  size_t n = 0;
-  for (size_t i = 0; i < flat.size(); ++i) {
-    if ((static_cast<unsigned char>(flat[i]) & 0xC0) != 0x80 && ++n > width - 1) break;
-    cut += flat[i];
-  }
-  return cut + "…";
-}
-
-void printTable(const ImportGrid& grid, int rows) {
-  constexpr size_t kMaxWidth = 24;
-  std::vector<size_t> widths(grid.cols(), 0);
-  const int lastRow = std::min(grid.rows(), kFirstDataRow + rows);
-  for (int col = 1; col < grid.cols(); ++col) {
-    widths[col] = displayWidth(grid.textMatrix(kCaptionRow, col));
-    for (int row = kFirstDataRow; row < lastRow; ++row)
-      widths[col] = std::max(widths[col], displayWidth(grid.textMatrix(row, col)));
-    widths[col] = std::clamp<size_t>(widths[col], 1, kMaxWidth);
-  }
-  auto printRow = [&](const std::string& head, int row) {
-    std::cout << tableCell(head, 5);
-    for (int col = 1; col < grid.cols(); ++col)
-      std::cout << " | " << tableCell(grid.textMatrix(row, col), widths[col]);
-    std::cout << "\n";
-  };
-  printRow("row", kCaptionRow);
-  for (int row = kFirstDataRow; row < lastRow; ++row)
-    printRow(std::to_string(row - kFirstDataRow + 1), row);
-}
 
 int runPreview(const PreviewOptions& o) {
   checkImportFile(o.file);
@@ -105,7 +58,7 @@ int runPreview(const PreviewOptions& o) {
   if (!o.json) {
     std::cout << "delimiter: " << delimiter << (guessed ? " (guessed)" : "")
               << "; columns: " << grid.cols() - 1 << "; data rows: " << grid.dataRowCount() << "\n";
-    printTable(grid, o.rows);
+    std::cout << gridTable(grid, o.rows, false);
     return 0;
   }
   nlohmann::ordered_json out;

@@ -36,7 +36,9 @@ class TextImportTest : public PracticeDatabaseTest {
     int column = 1;
     for (std::string_view field : fields) {
       const FieldItem* item = import.mapping.fieldList().findByDatabaseField(field);
-      if (!field.empty()) ASSERT_NE(item, nullptr) << field;
+      if (!field.empty()) {
+        ASSERT_NE(item, nullptr) << field;
+      }
       import.mapping.assign(import.grid, column++, item == nullptr ? -1 : item->key);
     }
   }
