@@ -96,6 +96,7 @@ std::string DelimitedFileReader::readFileText(const std::string& path) {
   std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
   if (!file) throw Failure("Cannot open the file " + path + ": " + std::strerror(errno), 53);
   std::string text;
+  text.reserve(static_cast<size_t>(std::filesystem::file_size(path, error)));
   char buffer[1 << 16];
   size_t n;
   while ((n = std::fread(buffer, 1, sizeof buffer, file.get())) > 0) text.append(buffer, n);
@@ -105,10 +106,15 @@ std::string DelimitedFileReader::readFileText(const std::string& path) {
   return text;
 }
 
+const std::string& DelimitedFileReader::fileText() {
+  if (!holdText_ || text_.empty()) text_ = readFileText(fileLocation);
+  return text_;
+}
+
 void DelimitedFileReader::determineDelimiter(std::string& foundDelimiter) {
   const std::string labelText = label("determineDelimiter");
   procedure(labelText, [&] {
-    const std::string text = readFileText(fileLocation);
+    const std::string& text = fileText();
     // Line ends hold none of the three, so counting the whole text counts every line.
     const auto commas = std::count(text.begin(), text.end(), ',');
     const auto tabs = std::count(text.begin(), text.end(), '\t');
@@ -143,11 +149,15 @@ void DelimitedFileReader::setupFlexGrid() {
 }
 
 void DelimitedFileReader::loadGrid() {
+  holdText_ = true;
+  text_.clear();
   setupFlexGrid();
   countOnly = false;
   long columns = 0;
   populateData(columns);
   countOnly = true;
+  holdText_ = false;
+  text_ = std::string();
   if (gridControl != nullptr) gridControl->selectAllRows(true);
 }
 
@@ -172,10 +182,11 @@ void DelimitedFileReader::populateData(long& columnCount) {
   columnCount = 0;
   const std::string labelText = label("populateData");
   procedure(labelText, [&] {
-    const std::string text = readFileText(fileLocation);
+    const std::string& text = fileText();
     const std::string_view delimiter = singleCharacter(strDelimiter);
     const std::string_view qualifier = singleCharacter(strTextQualifier);
     ImportGrid* grid = countOnly ? nullptr : gridControl;
+    if (grid != nullptr) grid->reserveRows(static_cast<int>(measuredLines_) + kFirstDataRow + 1);
     bool closed = true;
     long lines = 0;
     long column = 0;
@@ -240,6 +251,7 @@ void DelimitedFileReader::populateData(long& columnCount) {
       }
     });
     columnCount = maxColumns;
+    if (countOnly) measuredLines_ = lines;
   });
 }
 

@@ -66,8 +66,14 @@ class DelimitedFileReader {
 
  private:
   std::string label(const char* procedureName) const;
+  // The file's text: read for each pass, except during loadGrid, whose two passes share one
+  // reading of the file.
+  const std::string& fileText();
 
   std::string className_;
+  std::string text_;
+  bool holdText_ = false;
+  long measuredLines_ = 0;  // lines of the last measuring pass, to size the grid
 };
 
 }  // namespace lf

@@ -33,6 +33,10 @@ void ImportGrid::resize(int rows, int cols) {
   cols_ = cols;
 }
 
+void ImportGrid::reserveRows(int rows) {
+  if (rows > 0) cells_.reserve(static_cast<size_t>(rows) * cols_);
+}
+
 void ImportGrid::addRow() {
   cells_.resize(cells_.size() + cols_);
   ++rows_;

@@ -30,6 +30,8 @@ class ImportGrid {
   void resize(int rows, int cols);
   // Adds one empty row at the end.
   void addRow();
+  // Makes room for the rows, so that adding them moves no cell.
+  void reserveRows(int rows);
 
   // The text of a cell; a cell outside the grid reads as empty.
   const std::string& textMatrix(int row, int col) const;
