@@ -1,15 +1,19 @@
 // lfimport import personal|business end to end on the bundled samples, and the refusals that
 // come before anything is written.
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -94,6 +98,63 @@ TEST_F(ImportClientsCommand, RefusalsNameWhatIsMissingAndWriteNothing) {
   EXPECT_NE(missing.out.find("does not exist"), std::string::npos);
   EXPECT_EQ(rows("Contacts"), 0);
   EXPECT_EQ(rows("Companies"), 0);
+}
+
+// The clients of a practice database as one text: name, SIN and phone of every contact,
+// then the numbers of personal-tax rows and links.
+std::string clientsOf(const std::string& path) {
+  sqlite3* db = nullptr;
+  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+  std::string out;
+  for (const char* sql :
+       {"SELECT FirstName || '|' || LastName || '|' || coalesce(SocialInsuranceNumber, '') || '|' "
+        "|| coalesce(HomePhone_Main, '') FROM Contacts ORDER BY 1",
+        "SELECT count(*) FROM PersonalTaxInfo", "SELECT count(*) FROM ContactLinks"}) {
+    sqlite3_stmt* st = nullptr;
+    sqlite3_prepare_v2(db, sql, -1, &st, nullptr);
+    while (sqlite3_step(st) == SQLITE_ROW)
+      out += reinterpret_cast<const char*>(sqlite3_column_text(st, 0)) + std::string("\n");
+    sqlite3_finalize(st);
+  }
+  sqlite3_close(db);
+  return out;
+}
+
+TEST_F(ImportClientsCommand, KilledImportRunAgainEndsAsOneUninterruptedRun) {
+  std::string people = "First,Last,SIN,Phone\n";
+  for (int n = 1; n <= 800; ++n)
+    people += "Pat,Lane" + std::to_string(n) + "," + std::to_string(100000000 + n * 7) + ",416555" +
+              std::to_string(1000 + n) + "\n";
+  const fs::path file = folder / "people.csv";
+  std::ofstream(file) << people;
+  const fs::path answers = folder / "answers.json";
+  std::ofstream(answers) << R"({"firstRowNames": true, "year": 2024,
+    "columns": {"First": "FirstName", "Last": "LastName", "SIN": "SocialInsuranceNumber",
+                "Phone": "HomePhone_Main"},
+    "duplicates": {"check": true, "matchBy": "sin", "action": "update"}})";
+  auto arguments = [&](const std::string& db) {
+    return "import personal --quiet --practice '" + db + "' --file '" + file.string() +
+           "' --answers '" + answers.string() + "'";
+  };
+  ASSERT_EQ(lfimport(arguments(practice)).exitCode, 0);
+  const std::string uninterrupted = clientsOf(practice);
+
+  const std::string killed = (folder / "killed.db").string();
+  ASSERT_EQ(lfimport("init '" + killed + "' --year 2025").exitCode, 0);
+  for (int delay : {150, 400, 800}) {
+    const pid_t child = fork();
+    if (child == 0) {
+      const std::string command = std::string(LF_BINARY_DIR) + "/lfimport " + arguments(killed) +
+                                  " </dev/null >/dev/null 2>&1";
+      execl("/bin/sh", "sh", "-c", ("exec " + command).c_str(), static_cast<char*>(nullptr));
+      _exit(127);
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(delay));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+  }
+  ASSERT_EQ(lfimport(arguments(killed)).exitCode, 0);
+  EXPECT_EQ(clientsOf(killed), uninterrupted);
 }
 
 }  // namespace
