@@ -250,6 +250,9 @@ void DelimitedFileReader::populateData(long& columnCount) {
         maxColumns = std::max(maxColumns, column);
       }
     });
+    // The fields before a quoted field left open at the end are kept, the open one dropped:
+    // the grid must be wide enough for them.
+    if (!closed) maxColumns = std::max(maxColumns, column - 1);
     columnCount = maxColumns;
     if (countOnly) measuredLines_ = lines;
   });

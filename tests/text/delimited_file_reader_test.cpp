@@ -84,6 +84,9 @@ TEST_F(DelimitedFileReaderTest, QuotedFieldOverLinesIsJoinedByCrLf) {
 
 TEST_F(DelimitedFileReaderTest, UnclosedQuotedFieldAtTheEndIsDropped) {
   EXPECT_EQ(load("a,b\nc,\"never closed\nstill open\n"), (Rows{{"a", "b"}, {"c", ""}}));
+  // The fields before it stay, and the grid is wide enough for them.
+  EXPECT_EQ(load("x\na,b,\"open\n"), (Rows{{"x", ""}, {"a", "b"}}));
+  EXPECT_EQ(grid.cols(), 3);
 }
 
 TEST_F(DelimitedFileReaderTest, WithoutQualifierTheQuotesStay) {
