@@ -65,7 +65,7 @@ std::string businessRow(std::mt19937& random, long n) {
          std::to_string(n % 900 + 1) + " " + pick(kStreet) + "\tToronto\tM5V 1A1\t4165550" +
          std::to_string(100 + n % 900) + "\t" + (n % 3 ? "Corporation" : "Partnership") + "\t" +
          (n % 2 ? "Notice to Reader" : "Review Engagement") + "\t" + pick(kFirst) + "\t" +
-         pick(kLast) + "\r\n";
+         pick(kLast) + "-" + std::to_string(n) + "\r\n";
 }
 
 void writeFile(const fs::path& path, long rows, std::string (*row)(std::mt19937&, long),
