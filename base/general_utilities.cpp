@@ -178,22 +178,77 @@ std::string GeneralUtilities::parseCorporationNumber(std::string_view text) {
   return program.empty() ? root : root + " " + program + reference;
 }
 
-std::string GeneralUtilities::mixedCase(std::string_view text) {
-  std::string out = lowerCase(text);
-  auto isLetter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; };
-  auto isDigit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
-  for (size_t i = 0; i < out.size(); ++i) {
-    if (!isLetter(out[i])) continue;
-    bool startsWord =
-        i == 0 || (!isLetter(out[i - 1]) && !isDigit(out[i - 1]) && out[i - 1] != '\'');
-    // O'Brien, D'Arcy: a single letter before the apostrophe and a word after it.
-    bool afterPrefix = i >= 2 && out[i - 1] == '\'' && isLetter(out[i - 2]) &&
-                       (i == 2 || !isLetter(out[i - 3])) && i + 1 < out.size() &&
-                       isLetter(out[i + 1]);
-    if (startsWord || afterPrefix)
-      out[i] = static_cast<char>(std::toupper(static_cast<unsigned char>(out[i])));
+namespace {
+
+// The text as code points; the text is valid UTF-8 (outside text is made so where it enters).
+std::u32string codePoints(std::string_view text) {
+  std::u32string out;
+  for (size_t i = 0; i < text.size();) {
+    const auto lead = static_cast<unsigned char>(text[i]);
+    const size_t n = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    char32_t c = n == 1 ? lead : lead & (0x7F >> n);
+    for (size_t k = 1; k < n && i + k < text.size(); ++k)
+      c = (c << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3F);
+    out.push_back(c);
+    i += n;
   }
   return out;
+}
+
+std::string utf8(const std::u32string& text) {
+  std::string out;
+  for (char32_t c : text) {
+    if (c < 0x80) {
+      out += static_cast<char>(c);
+    } else if (c < 0x800) {
+      out += static_cast<char>(0xC0 | (c >> 6));
+      out += static_cast<char>(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+      out += static_cast<char>(0xE0 | (c >> 12));
+      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      out += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+      out += static_cast<char>(0xF0 | (c >> 18));
+      out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+  }
+  return out;
+}
+
+// Letters of ASCII and of the Latin-1 range (accented capitals U+00C0 to U+00DE and their
+// small forms 0x20 above, without the multiplication and division signs).
+bool isLatinLetter(char32_t c) {
+  return (c < 0x80 && std::isalpha(static_cast<int>(c))) ||
+         (c >= 0xC0 && c <= 0xFF && c != 0xD7 && c != 0xF7);
+}
+char32_t latinLower(char32_t c) {
+  if (c < 0x80) return static_cast<char32_t>(std::tolower(static_cast<int>(c)));
+  return c >= 0xC0 && c <= 0xDE && c != 0xD7 ? c + 0x20 : c;
+}
+char32_t latinUpper(char32_t c) {
+  if (c < 0x80) return static_cast<char32_t>(std::toupper(static_cast<int>(c)));
+  return c >= 0xE0 && c <= 0xFE && c != 0xF7 ? c - 0x20 : c;
+}
+
+}  // namespace
+
+std::string GeneralUtilities::mixedCase(std::string_view text) {
+  std::u32string out = codePoints(text);
+  for (char32_t& c : out) c = latinLower(c);
+  auto isDigit = [](char32_t c) { return c < 0x80 && std::isdigit(static_cast<int>(c)); };
+  for (size_t i = 0; i < out.size(); ++i) {
+    if (!isLatinLetter(out[i])) continue;
+    bool startsWord =
+        i == 0 || (!isLatinLetter(out[i - 1]) && !isDigit(out[i - 1]) && out[i - 1] != U'\'');
+    // O'Brien, D'Arcy: a single letter before the apostrophe and a word after it.
+    bool afterPrefix = i >= 2 && out[i - 1] == U'\'' && isLatinLetter(out[i - 2]) &&
+                       (i == 2 || !isLatinLetter(out[i - 3])) && i + 1 < out.size() &&
+                       isLatinLetter(out[i + 1]);
+    if (startsWord || afterPrefix) out[i] = latinUpper(out[i]);
+  }
+  return utf8(out);
 }
 
 std::string GeneralUtilities::formatSIN(std::string_view text) {

@@ -44,7 +44,8 @@ class GeneralUtilities {
   static std::string parseCorporationNumber(std::string_view text);
 
   // Mixed case of a text typed in capitals: "JOHN SMITH" "John Smith", "o'brien" "O'Brien",
-  // "mary-jane" "Mary-Jane", "JOHN'S" "John's", "1ST AVE" "1st Ave".
+  // "mary-jane" "Mary-Jane", "JOHN'S" "John's", "1ST AVE" "1st Ave", "BENOÎT" "Benoît" (the
+  // accented letters of the Latin-1 range change case too; other characters stay as they are).
   static std::string mixedCase(std::string_view text);
 
   // Identity and address forms; a text that does not fit the form comes back trimmed.

@@ -25,6 +25,7 @@
 #include "host/message_box.hpp"
 #include "host/practice_host_services.hpp"
 #include "host/run_report.hpp"
+#include "raw_load.hpp"
 #include "sync/client_tree.hpp"
 #include "sync/cls_import_tps_information.hpp"
 #include "sync/tps_contact_tree.hpp"
@@ -34,95 +35,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kRepository = fs::path(__FILE__).parent_path().parent_path();
-
-class CountingErrorService : public lf::ErrorService {
- public:
-  void enterProcedure(std::string_view) override {}
-  void leaveProcedure() override {}
-  void setError(const lf::ErrorInfo&) override { ++errors; }
-  void reportError() override {}
-  int getErrorAction() override { return lf::kErrorResumeNext; }
-  long errors = 0;
-};
-
-class NoMessageBox : public lf::MessageBox {
- public:
-  void show(std::string_view, int) override {}
-  int ask(std::string_view, int) override { return lf::kAnswerNo; }
-};
-
-std::vector<std::string> tableNames(sqlite3* db) {
-  std::vector<std::string> names;
-  sqlite3_stmt* st = nullptr;
-  sqlite3_prepare_v2(db, "SELECT name FROM sqlite_master WHERE type='table'", -1, &st, nullptr);
-  while (sqlite3_step(st) == SQLITE_ROW)
-    names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
-  sqlite3_finalize(st);
-  return names;
-}
-
-long rowCount(sqlite3* db, const std::string& table) {
-  sqlite3_stmt* st = nullptr;
-  sqlite3_prepare_v2(db, ("SELECT count(*) FROM \"" + table + "\"").c_str(), -1, &st, nullptr);
-  long n = sqlite3_step(st) == SQLITE_ROW ? sqlite3_column_int64(st, 0) : 0;
-  sqlite3_finalize(st);
-  return n;
-}
-
-// Copies every row of `from` that is not in `seeded` into `to` (same schema, empty tables):
-// one prepared INSERT per table, all in one transaction. Answers the rows copied.
-long rawLoad(const std::string& from, const std::string& seeded, const std::string& to) {
-  sqlite3 *src = nullptr, *dst = nullptr;
-  sqlite3_open_v2(from.c_str(), &src, SQLITE_OPEN_READONLY, nullptr);
-  sqlite3_open(to.c_str(), &dst);
-  sqlite3_exec(src, ("ATTACH '" + seeded + "' AS seed").c_str(), nullptr, nullptr, nullptr);
-  sqlite3_exec(dst, "BEGIN", nullptr, nullptr, nullptr);
-  long copied = 0;
-  for (const std::string& table : tableNames(dst)) {
-    sqlite3_stmt* read = nullptr;
-    const std::string select = "SELECT * FROM main.\"" + table +
-                               "\" WHERE rowid > (SELECT coalesce(max(rowid), 0) FROM "
-                               "seed.\"" +
-                               table + "\")";
-    if (sqlite3_prepare_v2(src, select.c_str(), -1, &read, nullptr) != SQLITE_OK) continue;
-    const int columns = sqlite3_column_count(read);
-    std::string names, marks;
-    std::vector<int> writable;
-    for (int c = 0; c < columns; ++c) {
-      const std::string name = sqlite3_column_name(read, c);
-      // Generated alias columns are not written.
-      sqlite3_stmt* probe = nullptr;
-      if (sqlite3_prepare_v2(
-              dst, ("INSERT INTO \"" + table + "\" (\"" + name + "\") VALUES (NULL)").c_str(), -1,
-              &probe, nullptr) != SQLITE_OK) {
-        sqlite3_finalize(probe);
-        continue;
-      }
-      sqlite3_finalize(probe);
-      names += (writable.empty() ? "\"" : ", \"") + name + "\"";
-      marks += writable.empty() ? "?" : ", ?";
-      writable.push_back(c);
-    }
-    sqlite3_stmt* insert = nullptr;
-    sqlite3_prepare_v2(
-        dst, ("INSERT INTO \"" + table + "\" (" + names + ") VALUES (" + marks + ")").c_str(), -1,
-        &insert, nullptr);
-    while (sqlite3_step(read) == SQLITE_ROW) {
-      for (size_t i = 0; i < writable.size(); ++i)
-        sqlite3_bind_value(insert, static_cast<int>(i + 1),
-                           sqlite3_column_value(read, writable[i]));
-      sqlite3_step(insert);
-      sqlite3_reset(insert);
-      ++copied;
-    }
-    sqlite3_finalize(insert);
-    sqlite3_finalize(read);
-  }
-  sqlite3_exec(dst, "COMMIT", nullptr, nullptr, nullptr);
-  sqlite3_close(dst);
-  sqlite3_close(src);
-  return copied;
-}
 
 void BM_TPSSyncLargeExport(benchmark::State& state) {
   const fs::path folder = fs::temp_directory_path() / "lf_tps_sync_bench";
@@ -153,8 +65,8 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
     practice->connect(2);
     lf::PracticeLocale locale(*practice);
     lf::PracticeClientDropDown dropDown(*practice);
-    CountingErrorService errors;
-    NoMessageBox messages;
+    lf::bench::CountingErrorService errors;
+    lf::bench::NoMessageBox messages;
     lf::RunReport report;
 
     const auto start = std::chrono::steady_clock::now();
@@ -201,8 +113,8 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
     sqlite3_open_v2(practicePath.c_str(), &after, SQLITE_OPEN_READONLY, nullptr);
     sqlite3_open_v2(seededPath.c_str(), &before, SQLITE_OPEN_READONLY, nullptr);
     long written = 0;
-    for (const std::string& table : tableNames(after))
-      written += rowCount(after, table) - rowCount(before, table);
+    for (const std::string& table : lf::bench::tableNames(after))
+      written += lf::bench::rowCount(after, table) - lf::bench::rowCount(before, table);
     sqlite3_close(after);
     sqlite3_close(before);
 
@@ -213,7 +125,7 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
       lf::createPracticeTables(empty);
     }
     const auto rawStart = std::chrono::steady_clock::now();
-    const long copied = rawLoad(practicePath, seededPath, rawPath);
+    const long copied = lf::bench::rawLoad(practicePath, seededPath, rawPath);
     const double rawSeconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - rawStart).count();
 

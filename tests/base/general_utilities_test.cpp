@@ -68,6 +68,8 @@ TEST(GeneralUtilitiesText, MixedCase) {
   EXPECT_EQ(GU::mixedCase("mary-jane"), "Mary-Jane");
   EXPECT_EQ(GU::mixedCase("JOHN'S PLUMBING"), "John's Plumbing");
   EXPECT_EQ(GU::mixedCase("123 1ST AVE. (REAR)"), "123 1st Ave. (Rear)");
+  EXPECT_EQ(GU::mixedCase("BENOÎT LÉVESQUE"), "Benoît Lévesque");
+  EXPECT_EQ(GU::mixedCase("éLISE CÔTÉ"), "Élise Côté");
 }
 
 TEST(GeneralUtilitiesText, IdentityAndPostalForms) {

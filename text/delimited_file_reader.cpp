@@ -1,0 +1,261 @@
+// The delimited file reader: delimiter guess, measuring pass and filling pass.
+#include "text/delimited_file_reader.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+
+#include "base/failure.hpp"
+#include "base/general_utilities.hpp"
+#include "base/procedure.hpp"
+#include "base/text_encoding.hpp"
+
+namespace lf {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Length of the UTF-8 character that starts at `i` (the text is valid UTF-8).
+size_t characterLength(std::string_view text, size_t i) {
+  const auto lead = static_cast<unsigned char>(text[i]);
+  size_t n = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+  return std::min(n, text.size() - i);
+}
+
+// A delimiter or qualifier is compared with one character of input at a time: a text of
+// more than one character never matches (intended), nor does an empty one.
+std::string_view singleCharacter(std::string_view text) {
+  if (text.empty() || characterLength(text, 0) != text.size()) return {};
+  return text;
+}
+
+bool startsAt(std::string_view line, size_t i, std::string_view what) {
+  return !what.empty() && line.size() - i >= what.size() &&
+         std::memcmp(line.data() + i, what.data(), what.size()) == 0;
+}
+
+// Position of the next delimiter from i, or the line's end.
+size_t nextDelimiter(std::string_view line, size_t i, std::string_view delimiter) {
+  if (delimiter.empty()) return line.size();
+  if (delimiter.size() == 1) {
+    const size_t at = line.find(delimiter[0], i);
+    return at == std::string_view::npos ? line.size() : at;
+  }
+  const size_t at = line.find(delimiter, i);
+  return at == std::string_view::npos ? line.size() : at;
+}
+
+// Position of the next delimiter, carriage return or line feed from i, or the line's end.
+size_t nextFieldEnd(std::string_view line, size_t i, std::string_view delimiter) {
+  const size_t len = line.size();
+  if (delimiter.size() == 1) {
+    const char d = delimiter[0];
+    for (; i < len; ++i) {
+      const char c = line[i];
+      if (c == d || c == '\r' || c == '\n') return i;
+    }
+    return len;
+  }
+  for (; i < len; ++i) {
+    const char c = line[i];
+    if (c == '\r' || c == '\n' || startsAt(line, i, delimiter)) return i;
+  }
+  return len;
+}
+
+// Calls f(line) for each line of the text; a line ends at LF or CR LF, and a final line
+// ending adds no empty line.
+template <class F>
+void forEachLine(std::string_view text, F&& f) {
+  size_t start = 0;
+  while (start < text.size()) {
+    const void* hit = std::memchr(text.data() + start, '\n', text.size() - start);
+    const size_t end = hit == nullptr ? text.size() : static_cast<const char*>(hit) - text.data();
+    std::string_view line = text.substr(start, end - start);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    f(line);
+    start = end + 1;
+  }
+}
+
+}  // namespace
+
+DelimitedFileReader::DelimitedFileReader(std::string className)
+    : className_(std::move(className)) {}
+
+std::string DelimitedFileReader::label(const char* procedureName) const {
+  return "Ledgerfolio.exe-" + className_ + "-" + procedureName;
+}
+
+std::string DelimitedFileReader::readFileText(const std::string& path) {
+  std::error_code error;
+  if (path.empty() || !std::filesystem::is_regular_file(path, error)) return {};
+  std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
+  if (!file) throw Failure("Cannot open the file " + path + ": " + std::strerror(errno), 53);
+  std::string text;
+  text.reserve(static_cast<size_t>(std::filesystem::file_size(path, error)));
+  char buffer[1 << 16];
+  size_t n;
+  while ((n = std::fread(buffer, 1, sizeof buffer, file.get())) > 0) text.append(buffer, n);
+  if (std::ferror(file.get())) throw Failure("Cannot read the file " + path, 57);
+  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
+  makeCleanText(text);
+  return text;
+}
+
+const std::string& DelimitedFileReader::fileText() {
+  if (!holdText_ || text_.empty()) text_ = readFileText(fileLocation);
+  return text_;
+}
+
+void DelimitedFileReader::determineDelimiter(std::string& foundDelimiter) {
+  const std::string labelText = label("determineDelimiter");
+  procedure(labelText, [&] {
+    const std::string& text = fileText();
+    // Line ends hold none of the three, so counting the whole text counts every line.
+    const auto commas = std::count(text.begin(), text.end(), ',');
+    const auto tabs = std::count(text.begin(), text.end(), '\t');
+    const auto semicolons = std::count(text.begin(), text.end(), ';');
+    if (commas > tabs && commas > semicolons)
+      strDelimiter = ",";
+    else if (tabs > commas && tabs > semicolons)
+      strDelimiter = "\t";
+    else if (semicolons > tabs && semicolons > commas)
+      strDelimiter = ";";
+    else
+      strDelimiter = ",";
+  });
+  foundDelimiter = strDelimiter;
+}
+
+void DelimitedFileReader::setupFlexGrid() {
+  const std::string labelText = label("setupFlexGrid");
+  procedure(labelText, [&] {
+    if (gridControl == nullptr) return;
+    gridControl->clear();
+    countOnly = true;
+    long maxColumns = 0;
+    populateData(maxColumns);
+    ImportGrid& grid = *gridControl;
+    grid.resize(kFirstDataRow + 1, static_cast<int>(maxColumns) + 1);
+    for (int col = 1; col < grid.cols(); ++col) {
+      grid.setTextMatrix(kCaptionRow, col, "Column " + std::to_string(col));
+      grid.setTextMatrix(kAssignmentRow, col, std::string(kNotAssigned));
+    }
+  });
+}
+
+void DelimitedFileReader::loadGrid() {
+  holdText_ = true;
+  text_.clear();
+  setupFlexGrid();
+  countOnly = false;
+  long columns = 0;
+  populateData(columns);
+  countOnly = true;
+  holdText_ = false;
+  text_ = std::string();
+  if (gridControl != nullptr) gridControl->selectAllRows(true);
+}
+
+void DelimitedFileReader::getEnclosedString(bool& closed, std::string& field, std::string_view line,
+                                            size_t& position, std::string_view qualifier) {
+  closed = false;
+  if (startsAt(line, position, qualifier)) {
+    closed = true;
+    field.clear();
+  } else {
+    const size_t at = qualifier.empty() || position >= line.size() ? std::string_view::npos
+                                                                   : line.find(qualifier, position);
+    const size_t stop = at == std::string_view::npos ? line.size() : at;
+    if (position < stop) field.append(line.substr(position, stop - position));
+    position = stop;
+    closed = at != std::string_view::npos;
+  }
+  if (closed) position += qualifier.size();  // past the closing qualifier
+}
+
+void DelimitedFileReader::populateData(long& columnCount) {
+  columnCount = 0;
+  const std::string labelText = label("populateData");
+  procedure(labelText, [&] {
+    const std::string& text = fileText();
+    const std::string_view delimiter = singleCharacter(strDelimiter);
+    const std::string_view qualifier = singleCharacter(strTextQualifier);
+    ImportGrid* grid = countOnly ? nullptr : gridControl;
+    if (grid != nullptr) grid->reserveRows(static_cast<int>(measuredLines_) + kFirstDataRow + 1);
+    bool closed = true;
+    long lines = 0;
+    long column = 0;
+    long maxColumns = 0;
+    std::string field;
+
+    auto store = [&](std::string value) {
+      if (grid == nullptr) return;
+      if (checkRemoveCaps) value = GeneralUtilities::mixedCase(value);
+      const bool captionLine = firstRowFieldNames && lines == 0;
+      const long row = captionLine ? kCaptionRow : firstRowFieldNames ? lines + 1 : lines + 2;
+      grid->setTextMatrix(static_cast<int>(row), static_cast<int>(column), std::move(value));
+    };
+
+    forEachLine(text, [&](std::string_view line) {
+      if (closed && grid != nullptr && (firstRowFieldNames ? lines > 1 : lines >= 1))
+        grid->addRow();  // the first data row exists from the start
+      const size_t len = line.size();
+      size_t i = 0;
+      if (closed) column = 0;
+      while (i < len) {
+        if (closed) field.clear();
+        if (!closed) {
+          // A quoted field goes on from the line before.
+          if (startsAt(line, i, qualifier)) {
+            closed = true;
+            i += qualifier.size();
+          } else {
+            field += "\r\n";
+            getEnclosedString(closed, field, line, i, qualifier);
+          }
+          if (i < len) i += characterLength(line, i);  // over the delimiter
+        } else if (line[i] != '\r' && line[i] != '\n') {
+          ++column;
+          if (startsAt(line, i, qualifier)) {
+            i += qualifier.size();
+            getEnclosedString(closed, field, line, i, qualifier);
+            if (closed) {
+              // What follows the closing qualifier is kept as it stands: no escape (intended).
+              const size_t stop = nextDelimiter(line, i, delimiter);
+              field.append(line.substr(i, stop - i));
+              i = stop;
+            }
+          } else {
+            const size_t stop = nextFieldEnd(line, i, delimiter);
+            field.append(line.substr(i, stop - i));
+            i = stop;
+          }
+          if (i < len) i += characterLength(line, i);  // past the delimiter
+        } else {
+          ++i;  // a stray line-end character is dropped
+          continue;
+        }
+        if (closed) {
+          if (grid != nullptr) store(GeneralUtilities::trim(field));
+        }
+        if (eventPump) eventPump();
+      }
+      if (closed) {
+        ++lines;
+        maxColumns = std::max(maxColumns, column);
+      }
+    });
+    // The fields before a quoted field left open at the end are kept, the open one dropped:
+    // the grid must be wide enough for them.
+    if (!closed) maxColumns = std::max(maxColumns, column - 1);
+    columnCount = maxColumns;
+    if (countOnly) measuredLines_ = lines;
+  });
+}
+
+}  // namespace lf
