@@ -16,7 +16,7 @@
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
 #include "cli/json_output.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database_factory.hpp"
 #include "host/progress_dialog.hpp"
 #include "sync/cls_import_tps_information.hpp"
 #include "sync/tps_contact_tree.hpp"
@@ -66,9 +66,8 @@ void writeReport(const RunReport& report, const std::string& path) {
 
 int listClients(const std::string& sourcePath) {
   requireExportFile(sourcePath);
-  SqliteDatabase source;
-  source.setDatabasePath(sourcePath);
-  source.connect(2);
+  std::unique_ptr<Database> opened = openDatabase(sourcePath);
+  Database& source = *opened;
   if (!source.isOpen())
     throw Failure("cannot open the TPS export '" + sourcePath +
                   "': " + source.connectFailureMessage());
