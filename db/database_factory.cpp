@@ -5,10 +5,24 @@
 
 namespace lf {
 
-std::unique_ptr<SqlBackend> databaseBackendFor(std::string_view) {
+namespace {
+
+DatabaseBackendMaker& backendMaker() {
+  static DatabaseBackendMaker maker;
+  return maker;
+}
+
+}  // namespace
+
+std::unique_ptr<SqlBackend> databaseBackendFor(std::string_view location) {
+  if (backendMaker()) return backendMaker()(location);
   // Every location is an SQLite file or ":memory:" today; a "postgresql://" URL would pick
   // its backend here.
   return makeSqliteBackend();
+}
+
+void setDatabaseBackendMaker(DatabaseBackendMaker maker) {
+  backendMaker() = std::move(maker);
 }
 
 bool databaseLocationExists(std::string_view location) {

@@ -42,6 +42,10 @@ std::unique_ptr<Database> createDatabase(std::string_view location);
 
 // The backend for a location (used by Database at connect).
 std::unique_ptr<SqlBackend> databaseBackendFor(std::string_view location);
+// Replaces how a location becomes a backend, for every database made afterwards; an empty
+// function restores the default. The test suite runs whole over another backend with it.
+using DatabaseBackendMaker = std::function<std::unique_ptr<SqlBackend>(std::string_view)>;
+void setDatabaseBackendMaker(DatabaseBackendMaker maker);
 // True when something already stands at the location.
 bool databaseLocationExists(std::string_view location);
 
