@@ -4,17 +4,9 @@
 #include "db/database.hpp"
 
 #include <algorithm>
-#include <cmath>
-#include <list>
-#include <optional>
-#include <unordered_set>
 
 #include "base/error_service.hpp"
 #include "base/failure.hpp"
-#include "base/general_utilities.hpp"
-#include "base/text_encoding.hpp"
-#include "db/access_sql.hpp"
-#include "db/column_values.hpp"
 #include "db/database_factory.hpp"
 #include "db/database_impl.hpp"
 

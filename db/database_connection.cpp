@@ -1,9 +1,5 @@
 // The database service's connection: connecting through the backend chosen by location, the
 // cache of prepared statements, and the write groups with their COMMIT and rollback.
-#include <algorithm>
-#include <cmath>
-#include <unordered_set>
-
 #include "base/error_service.hpp"
 #include "base/failure.hpp"
 #include "db/database_factory.hpp"

@@ -15,8 +15,9 @@
 // HANDLES. openRecordset and requery issue a handle: a positive 32-bit integer, never 0 and
 // never issued twice by one object, meaningful only to that object. A handle stays valid
 // until closeRecordset, requery of it, or the connection closing; any call with a dead or
-// foreign handle raises DatabaseFailure, except isRecordsetOpen, which answers false (also
-// for 0, so clean-up after a partial run closes only what was opened).
+// unknown handle raises DatabaseFailure, except isRecordsetOpen, which answers false (also
+// for 0, so clean-up after a partial run closes only what was opened), and closeRecordset,
+// which does nothing.
 //
 // KEYSETS. A recordset holds the rows its statement selected when it was opened (its keyset)
 // in the statement's order: rows added afterwards by other recordsets or statements stay
@@ -54,9 +55,8 @@
 //
 // WRITE GROUPS. beginWriteGroup/endWriteGroup nest; only the outermost end commits. A
 // group's depth changes only once its statement succeeded. A COMMIT that fails is rolled
-// back and raised: no group stays open, and every open recordset forgets what it read in the
-// group and reads its rows again when next used. Outside a group every write is stored
-// at once.
+// back and raised: no group stays open, and every open recordset reads its rows again when
+// next used, as if opened then. Outside a group each stored write commits on its own.
 //
 // STATEMENTS. Statements are in the Access dialect (#dates#, True/False, [names], Is Null,
 // Like with * and ?, &); the service translates them for its backend in one place

@@ -1,10 +1,7 @@
 // The writes of the database service: setField values gathered per row into one UPDATE that
 // is stored before any other statement runs, and the statements that write one row.
 #include <algorithm>
-#include <cmath>
-#include <unordered_set>
 
-#include "base/error_service.hpp"
 #include "base/failure.hpp"
 #include "db/database_impl.hpp"
 

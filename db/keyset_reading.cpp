@@ -1,10 +1,8 @@
 // The recordsets of the database service: statement shapes (translated, prepared, their
 // columns and origins), keysets fixed at open, and the rows read into the row cache.
-#include <algorithm>
 #include <cmath>
 #include <unordered_set>
 
-#include "base/error_service.hpp"
 #include "base/failure.hpp"
 #include "db/database_impl.hpp"
 

@@ -1,11 +1,5 @@
 // The search indexes of findRecord: per recordset and column set, from the compare keys of
 // the values to the rows in order, built on first use and kept current by the writes.
-#include <algorithm>
-#include <cmath>
-#include <unordered_set>
-
-#include "base/error_service.hpp"
-#include "base/failure.hpp"
 #include "db/database_impl.hpp"
 
 namespace lf {

@@ -2,10 +2,7 @@
 // their rows are keyed (rowid, auto-number key, or values), with the largest key of a table
 // that fixes a keyset and hands out the next auto-number.
 #include <algorithm>
-#include <cmath>
-#include <unordered_set>
 
-#include "base/error_service.hpp"
 #include "base/failure.hpp"
 #include "db/database_impl.hpp"
 

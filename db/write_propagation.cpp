@@ -1,11 +1,7 @@
 // A value written through one recordset reaches every open recordset holding the same row:
 // found by the row's key, its cell and indexes updated.
 #include <algorithm>
-#include <cmath>
-#include <unordered_set>
 
-#include "base/error_service.hpp"
-#include "base/failure.hpp"
 #include "db/database_impl.hpp"
 
 namespace lf {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <ostream>
 
 #include "base/failure.hpp"
 #include "db/database.hpp"
@@ -18,6 +19,10 @@ struct BackendCase {
   const char* name;
   SqliteKeys keys;
 };
+
+void PrintTo(const BackendCase& backend, std::ostream* out) {
+  *out << backend.name;
+}
 
 class DatabaseServiceTest : public ::testing::TestWithParam<BackendCase> {
  protected:
