@@ -14,6 +14,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/failure.hpp"
 #include "base/general_utilities.hpp"
 #include "base/text_encoding.hpp"
 #include "db/access_sql.hpp"
@@ -162,9 +163,38 @@ struct Database::Impl {
   std::int64_t reserveKey(const TableInfo& info);
 
   // Recordsets: shapes, keysets and the rows they read (keyset_reading.cpp).
-  Recordset& rs(std::int32_t handle);
-  int columnIndex(Recordset& r, std::string_view field);
-  Row& currentRow(Recordset& r);
+  // The recordset of a handle, and the same with its rows read: the hot paths, inline.
+  Recordset& rs(std::int32_t handle) {
+    auto it = recordsets.find(handle);
+    if (it == recordsets.end())
+      throw DatabaseFailure("Operation is not allowed when the object is closed (recordset " +
+                            std::to_string(handle) + ").");
+    return *it->second;
+  }
+  Recordset& ready(std::int32_t handle) {
+    Recordset& r = rs(handle);
+    if (!r.loaded) load(r);
+    return r;
+  }
+  int columnIndex(Recordset& r, std::string_view field) {
+    std::string_view name = field;
+    if (name.size() > 2 && name.front() == '[' && name.back() == ']')
+      name = name.substr(1, name.size() - 2);
+    auto it = r.byName.find(name);
+    if (it == r.byName.end())
+      throw DatabaseFailure(
+          "Item cannot be found in the collection corresponding to the requested name or "
+          "ordinal: " +
+          std::string(name));
+    return it->second;
+  }
+  Row& currentRow(Recordset& r) {
+    if (r.cursor >= r.rows.size() || r.currentDeleted)
+      throw DatabaseFailure(
+          "Either BOF or EOF is True, or the current record has been deleted. Requested operation "
+          "requires a current record.");
+    return r.rows[r.cursor];
+  }
   static Variant convertLenient(Kind kind, std::string text);
   // One value of a result row, as the column's kind reads it.
   static Variant readValue(SqlStatement& stmt, int i, Kind kind);
@@ -184,7 +214,6 @@ struct Database::Impl {
   Row composeRow(Recordset& r, std::int64_t key, const ColumnValues& values);
   // The row stored by the last updateRecord of a recordset not read yet.
   Row& addedRow(Recordset& r);
-  Recordset& ready(std::int32_t handle);
   // A row of the recordset's first table read by its key, with the table's defaults.
   Row readBack(Recordset& r, std::int64_t key);
 

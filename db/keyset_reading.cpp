@@ -10,35 +10,6 @@ namespace lf {
 
 using namespace database_detail;
 
-Recordset& Database::Impl::rs(std::int32_t handle) {
-  auto it = recordsets.find(handle);
-  if (it == recordsets.end())
-    throw DatabaseFailure("Operation is not allowed when the object is closed (recordset " +
-                          std::to_string(handle) + ").");
-  return *it->second;
-}
-
-int Database::Impl::columnIndex(Recordset& r, std::string_view field) {
-  std::string_view name = field;
-  if (name.size() > 2 && name.front() == '[' && name.back() == ']')
-    name = name.substr(1, name.size() - 2);
-  auto it = r.byName.find(name);
-  if (it == r.byName.end())
-    throw DatabaseFailure(
-        "Item cannot be found in the collection corresponding to the requested name or "
-        "ordinal: " +
-        std::string(name));
-  return it->second;
-}
-
-Row& Database::Impl::currentRow(Recordset& r) {
-  if (r.cursor >= r.rows.size() || r.currentDeleted)
-    throw DatabaseFailure(
-        "Either BOF or EOF is True, or the current record has been deleted. Requested operation "
-        "requires a current record.");
-  return r.rows[r.cursor];
-}
-
 Variant Database::Impl::convertLenient(Kind kind, std::string text) {
   try {
     return convertForColumn(kind, text, "");
@@ -303,12 +274,6 @@ Row Database::Impl::composeRow(Recordset& r, std::int64_t key, const ColumnValue
 Row& Database::Impl::addedRow(Recordset& r) {
   if (!r.addedRow) r.addedRow = std::make_unique<Row>(readBack(r, r.addedKey));
   return *r.addedRow;
-}
-
-Recordset& Database::Impl::ready(std::int32_t handle) {
-  Recordset& r = rs(handle);
-  if (!r.loaded) load(r);
-  return r;
 }
 
 // A row of the recordset's first table read by its key, with the table's defaults.
