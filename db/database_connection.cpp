@@ -88,6 +88,7 @@ void Database::Impl::disconnect() {
   shapeOrder.clear();
   statements.clear();
   tables.clear();
+  readBackLayouts.clear();
   rowKeys.clear();
   lastReserved.clear();
   knownMax.clear();

@@ -98,6 +98,8 @@ struct Database::Impl {
   std::unordered_map<std::int32_t, std::unique_ptr<Recordset>> recordsets;
   std::unordered_map<std::string, std::unique_ptr<SqlStatement>> statements;
   NameMap<TableInfo> tables;
+  // Per table, where readBack's "SELECT *" has each column and the column's kind.
+  NameMap<NameMap<std::pair<int, Kind>>> readBackLayouts;
   RowKeyRegistry rowKeys;
   // Shapes of the statements opened most recently; per-row statements make the list long,
   // so it is bounded.
@@ -199,7 +201,7 @@ struct Database::Impl {
   // One value of a result row, as the column's kind reads it.
   static Variant readValue(SqlStatement& stmt, int i, Kind kind);
   // Reads the visible values of a result row into a cached row with room for the keys.
-  Row readRow(SqlStatement& stmt, const std::vector<Column>& columns, size_t total);
+  void readRow(SqlStatement& stmt, const std::vector<Column>& columns, Row& row);
   // The key of each FROM table of a result row, after its visible columns.
   void readKeys(SqlStatement& stmt, const Shape& shape, Row& row);
   TranslatedSql translate(std::string_view accessSql, bool appendKeys);

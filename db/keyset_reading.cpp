@@ -49,15 +49,12 @@ Variant Database::Impl::readValue(SqlStatement& stmt, int i, Kind kind) {
 }
 
 // Reads the visible values of a result row into a cached row with room for the keys.
-Row Database::Impl::readRow(SqlStatement& stmt, const std::vector<Column>& columns, size_t total) {
-  Row row;
-  row.cells.resize(total);
+void Database::Impl::readRow(SqlStatement& stmt, const std::vector<Column>& columns, Row& row) {
   for (size_t i = 0; i < columns.size(); ++i) {
     const int c = static_cast<int>(i);
     if (stmt.type(c) == SqlType::Null) continue;
     row.set(i, readValue(stmt, c, columns[i].kind));
   }
-  return row;
 }
 
 // The key of each FROM table of a result row, after its visible columns.
@@ -210,7 +207,9 @@ void Database::Impl::load(Recordset& r) {
   const bool snapshot = !r.snapshotMax.empty();
   try {
     while (stmt.step()) {
-      Row row = readRow(stmt, r.columns, total);
+      // The keys first: a row outside the keyset is not read.
+      Row row;
+      row.cells.resize(total);
       readKeys(stmt, *r.shape, row);
       bool keep = true;
       const size_t first = r.columns.size();
@@ -219,6 +218,7 @@ void Database::Impl::load(Recordset& r) {
         if (key > r.snapshotMax[slot] && !(slot == 0 && added.count(key))) keep = false;
       }
       if (!keep) continue;
+      readRow(stmt, r.columns, row);
       if (r.slotCount > 0) seen.insert(row.cells[first].i);
       r.rows.push_back(std::move(row));
     }
@@ -284,20 +284,20 @@ Row Database::Impl::readBack(Recordset& r, std::int64_t key) {
   Row row;
   row.cells.resize(r.columns.size() + r.slotCount);
   if (read.step()) {
-    int n = read.columnCount();
-    NameMap<int> positions;
-    for (int i = 0; i < n; ++i) {
-      const SqlResultColumn rc = read.columnInfo(i);
-      positions[rc.name] = i;
-    }
+    // Where each column of the table stands in the statement, and its kind: read once.
+    auto [layout, fresh] = readBackLayouts.try_emplace(info.name);
+    if (fresh)
+      for (int i = 0; i < read.columnCount(); ++i) {
+        const SqlResultColumn rc = read.columnInfo(i);
+        layout->second.emplace(rc.name,
+                               std::make_pair(i, kindOfDeclaredType(rc.declaredType, false)));
+      }
     for (size_t c = 0; c < r.columns.size(); ++c) {
       const Column& col = r.columns[c];
       if (col.slot != 0) continue;
-      auto p = positions.find(col.origin);
-      if (p == positions.end() || read.type(p->second) == SqlType::Null) continue;
-      const SqlResultColumn rc = read.columnInfo(p->second);
-      row.set(c,
-              readValue(read, p->second, kindOfDeclaredType(rc.declaredType, rc.origin.empty())));
+      auto p = layout->second.find(col.origin);
+      if (p == layout->second.end() || read.type(p->second.first) == SqlType::Null) continue;
+      row.set(c, readValue(read, p->second.first, p->second.second));
     }
   }
   read.reset();
