@@ -6,16 +6,16 @@
 #include <cstdio>
 #include <random>
 
+#include "db/database.hpp"
 #include "db/practice_database.hpp"
-#include "db/sqlite_database.hpp"
 
 namespace {
 
 constexpr int kRows = 100000;
 
-lf::SqliteDatabase& database() {
-  static lf::SqliteDatabase* db = [] {
-    auto* d = new lf::SqliteDatabase();
+lf::Database& database() {
+  static lf::Database* db = [] {
+    auto* d = new lf::Database();
     d->createNew(":memory:");
     lf::createPracticeTables(*d);
     std::int32_t h = d->openRecordset("SELECT Companies.* FROM Companies;", lf::kCursorKeyset,
@@ -35,7 +35,7 @@ lf::SqliteDatabase& database() {
 }
 
 void BM_FindRecordByKey(benchmark::State& state) {
-  lf::SqliteDatabase& db = database();
+  lf::Database& db = database();
   std::int32_t h =
       db.openRecordset("SELECT Companies.* FROM Companies;", lf::kCursorKeyset, lf::kLockReadOnly);
   auto start = std::chrono::steady_clock::now();
@@ -54,7 +54,7 @@ void BM_FindRecordByKey(benchmark::State& state) {
 BENCHMARK(BM_FindRecordByKey);
 
 void BM_FindRecordByText(benchmark::State& state) {
-  lf::SqliteDatabase& db = database();
+  lf::Database& db = database();
   std::int32_t h =
       db.openRecordset("SELECT Companies.* FROM Companies;", lf::kCursorKeyset, lf::kLockReadOnly);
   std::mt19937 rng(7);
@@ -68,7 +68,7 @@ void BM_FindRecordByText(benchmark::State& state) {
 BENCHMARK(BM_FindRecordByText);
 
 void BM_OpenRecordset100k(benchmark::State& state) {
-  lf::SqliteDatabase& db = database();
+  lf::Database& db = database();
   for (auto _ : state) {
     std::int32_t h = db.openRecordset("SELECT Companies.* FROM Companies;", lf::kCursorKeyset,
                                       lf::kLockReadOnly);

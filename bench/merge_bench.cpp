@@ -15,8 +15,8 @@
 #include <string>
 
 #include "base/module_state.hpp"
+#include "db/database.hpp"
 #include "db/practice_database.hpp"
-#include "db/sqlite_database.hpp"
 #include "host/practice_host_services.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
 
@@ -40,12 +40,12 @@ const char* const kLetter =
     "Yours truly,\r\n\r\n«Your Company Name»\r\n«Your Email»\r\n";
 
 struct Practice {
-  lf::SqliteDatabase db;
+  lf::Database db;
   std::unique_ptr<lf::PracticeLocale> locale;
   std::unique_ptr<lf::PracticeClientDropDown> dropDown;
 };
 
-void insert(lf::SqliteDatabase& db, std::int32_t h,
+void insert(lf::Database& db, std::int32_t h,
             std::initializer_list<std::pair<const char*, std::string>> fields) {
   db.addNewRecord(h);
   for (const auto& [name, value] : fields) db.setNewField(h, name, value);
@@ -55,7 +55,7 @@ void insert(lf::SqliteDatabase& db, std::int32_t h,
 Practice& practice() {
   static Practice* p = [] {
     auto* pr = new Practice();
-    lf::SqliteDatabase& db = pr->db;
+    lf::Database& db = pr->db;
     db.createNew(":memory:");
     lf::createPracticeTables(db);
     lf::PracticeSeed seed;

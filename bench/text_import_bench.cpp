@@ -23,7 +23,7 @@
 #include "base/module_state.hpp"
 #include "db/practice_database.hpp"
 #include "db/practice_schema.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database_factory.hpp"
 #include "host/practice_host_services.hpp"
 #include "host/practice_import_duplicates.hpp"
 #include "host/run_report.hpp"
@@ -141,10 +141,9 @@ void runImport(benchmark::State& state, bool personal) {
     createPracticeDatabase(seededPath, seed).reset();
     fs::copy_file(seededPath, practicePath);
 
-    auto practice = std::make_unique<lf::SqliteDatabase>();
-    practice->setDatabasePath(practicePath);
-    practice->setWriteAheadLog(true);
-    practice->connect(2);
+    lf::DatabaseOptions options;
+    options.practice = true;
+    std::unique_ptr<lf::Database> practice = lf::openDatabase(practicePath, options);
     lf::PracticeLocale locale(*practice);
     lf::PracticeClientDropDown dropDown(*practice);
     lf::bench::CountingErrorService errors;
@@ -205,9 +204,8 @@ void runImport(benchmark::State& state, bool personal) {
     sqlite3_close(after);
     sqlite3_close(before);
     {
-      lf::SqliteDatabase empty;
-      empty.createNew(rawPath);
-      lf::createPracticeTables(empty);
+      std::unique_ptr<lf::Database> empty = lf::createDatabase(rawPath);
+      lf::createPracticeTables(*empty);
     }
     const auto rawStart = std::chrono::steady_clock::now();
     const long copied = lf::bench::rawLoad(practicePath, seededPath, rawPath);

@@ -19,9 +19,9 @@
 
 #include "base/error_service.hpp"
 #include "base/module_state.hpp"
+#include "db/database.hpp"
 #include "db/practice_database.hpp"
 #include "db/practice_schema.hpp"
-#include "db/sqlite_database.hpp"
 #include "host/message_box.hpp"
 #include "host/practice_host_services.hpp"
 #include "host/run_report.hpp"
@@ -59,7 +59,7 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
     createPracticeDatabase(seededPath, seed).reset();
     fs::copy_file(seededPath, practicePath);
 
-    auto practice = std::make_unique<lf::SqliteDatabase>();
+    auto practice = std::make_unique<lf::Database>();
     practice->setDatabasePath(practicePath);
     practice->setWriteAheadLog(true);
     practice->connect(2);
@@ -120,7 +120,7 @@ void BM_TPSSyncLargeExport(benchmark::State& state) {
 
     // The raw load: the same rows into an empty practice schema.
     {
-      lf::SqliteDatabase empty;
+      lf::Database empty;
       empty.createNew(rawPath);
       lf::createPracticeTables(empty);
     }

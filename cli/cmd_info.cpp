@@ -1,6 +1,5 @@
 // lfimport info: what a practice database holds (row counts of its non-empty tables and the
 // host settings), as JSON.
-#include <sqlite3.h>
 
 #include <CLI/CLI.hpp>
 #include <iostream>

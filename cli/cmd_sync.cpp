@@ -21,7 +21,7 @@
 #include "cli/host_session.hpp"
 #include "cli/json_output.hpp"
 #include "db/access_export_copy.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database_factory.hpp"
 #include "host/progress_dialog.hpp"
 #include "sync/cch_practice_contact_tree.hpp"
 #include "sync/cch_practice_wizard.hpp"
@@ -93,9 +93,8 @@ int listClients(const SyncSourceCommand& command, const std::string& sourcePath)
   const std::string word = command.exportWord;
   requireExportFile(sourcePath, word);
   const SourceFileCopy file(sourcePath, "the " + word + " export");
-  SqliteDatabase source;
-  source.setDatabasePath(file.databasePath());
-  source.connect(2);
+  std::unique_ptr<Database> opened = openDatabase(file.databasePath());
+  Database& source = *opened;
   if (!source.isOpen())
     throw Failure("cannot open the " + word + " export '" + sourcePath +
                   "': " + source.connectFailureMessage());

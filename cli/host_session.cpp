@@ -2,7 +2,6 @@
 #include "cli/host_session.hpp"
 
 #include <fmt/format.h>
-#include <sqlite3.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -18,6 +17,7 @@
 #include "cli/command_registry.hpp"
 #include "cli/component_wiring.hpp"
 #include "cli/option_checks.hpp"
+#include "db/database_factory.hpp"
 #include "db/practice_database.hpp"
 #include "host/file_utilities.hpp"
 #include "host/progress_dialog.hpp"
@@ -62,7 +62,7 @@ double lockWaitSeconds() {
 
 }  // namespace
 
-std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path, bool readOnly) {
+std::unique_ptr<Database> openPracticeDatabase(const std::string& path, bool readOnly) {
   namespace fs = std::filesystem;
   if (path.empty()) throw UsageError("no practice database given (--practice)");
   std::error_code error;
@@ -76,31 +76,29 @@ std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path, bo
     throw Failure("'" + path + "' is not a practice database file");
 
   const double wait = lockWaitSeconds();
-  auto db = std::make_unique<SqliteDatabase>();
-  db->setDatabasePath(path);
-  db->setWriteAheadLog(true);
-  db->setReadOnly(readOnly);
-  db->setBusyTimeout(static_cast<int>(wait * 1000));
-  db->setOpenCheck([&path](SqliteDatabase& opened) {
+  DatabaseOptions options;
+  options.practice = true;
+  options.readOnly = readOnly;
+  options.busyTimeoutMs = static_cast<int>(wait * 1000);
+  options.openCheck = [&path](Database& opened) {
     try {
       checkPracticeTables(opened);
     } catch (const Failure& refused) {
       throw Failure("'" + path + "' is not a Ledgerfolio practice database: " + refused.what());
     }
-  });
-  db->connect(2);
+  };
+  std::unique_ptr<Database> db = openDatabase(path, options);
   if (db->isOpen()) return db;
-  switch (db->connectFailureCode()) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
+  switch (db->connectFailure()) {
+    case ConnectFailure::Busy:
       throw Failure(fmt::format(
           "the practice database '{}' is locked by another program (waited {} s); try again "
           "when it has finished",
           path, wait));
-    case SQLITE_READONLY:
+    case ConnectFailure::ReadOnly:
       throw Failure("the practice database '" + path +
                     "' is read-only, and this command writes to it");
-    case SQLITE_NOTADB:
+    case ConnectFailure::NotADatabase:
       throw Failure("'" + path + "' is not a Ledgerfolio practice database (not a database file)");
     default:
       throw Failure("cannot open the practice database '" + path +

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 #include "host/console_error_service.hpp"
 #include "host/practice_host_services.hpp"
 #include "host/run_report.hpp"
@@ -45,7 +45,7 @@ class HostSession {
   explicit HostSession(const HostOptions& options);
   ~HostSession();
 
-  SqliteDatabase& practice() { return *db_; }
+  Database& practice() { return *db_; }
   RunReport& report() { return report_; }
   TerminalMessageBox& messages() { return *messages_; }
   ConsoleErrorService& errors() { return *errors_; }
@@ -54,7 +54,7 @@ class HostSession {
 
  private:
   RunReport report_;
-  std::unique_ptr<SqliteDatabase> db_;
+  std::unique_ptr<Database> db_;
   std::unique_ptr<ConsoleErrorService> errors_;
   std::unique_ptr<TerminalMessageBox> messages_;
   std::unique_ptr<PracticeLocale> locale_;
@@ -78,6 +78,6 @@ class ScopedErrorService {
 // the file. Nothing is written to a file before it is known to be a complete practice
 // database. A lock that another program holds is waited for LFIMPORT_LOCK_WAIT seconds
 // (10 unless set) before the command gives up.
-std::unique_ptr<SqliteDatabase> openPracticeDatabase(const std::string& path, bool readOnly);
+std::unique_ptr<Database> openPracticeDatabase(const std::string& path, bool readOnly);
 
 }  // namespace lf::cli

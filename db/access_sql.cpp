@@ -1,4 +1,4 @@
-// Tokenizer and rewriter of Access-dialect SQL.
+// Tokenizer and rewriter of Access-dialect SQL into the dialect of a backend.
 #include "db/access_sql.hpp"
 
 #include <sqlite3.h>
@@ -367,9 +367,35 @@ std::string unquoted(const Token& t) {
   return t.text;
 }
 
+// What a target dialect decides; the tokens and their boundaries are shared.
+struct DialectRules {
+  const char* trueText;
+  const char* falseText;
+  const char* rowidName;
+  // A date literal from its quoted ISO text ('YYYY-MM-DD HH:MM:SS').
+  std::string (*dateLiteral)(const std::string& quotedIso);
+  // A word the dialect reserves, which must be quoted to name a column.
+  bool (*isKeyword)(const std::string& word);
+};
+
+const DialectRules& rulesOf(SqlDialect dialect) {
+  static const DialectRules sqlite{
+      "1", "0", "rowid", [](const std::string& quotedIso) { return quotedIso; },
+      [](const std::string& word) {
+        return sqlite3_keyword_check(word.c_str(), static_cast<int>(word.size())) != 0;
+      }};
+  switch (dialect) {
+    case SqlDialect::SQLite:
+      break;
+  }
+  return sqlite;
+}
+
 }  // namespace
 
-TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) {
+TranslatedSql translateAccessSql(std::string_view accessSql, SqlDialect dialect, bool appendKeys,
+                                 const KeyColumnsOf& keyColumns) {
+  const DialectRules& rules = rulesOf(dialect);
   std::vector<Token> tokens = tokenize(accessSql);
   if (tokens.empty()) throw DatabaseFailure("Syntax error: the statement is empty.");
   TranslatedSql result;
@@ -382,18 +408,21 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
       t.text = "\"" + t.text + "\"";
       continue;
     }
+    if (t.kind == Tok::DateLit) {
+      t.text = rules.dateLiteral(t.text);
+      continue;
+    }
     if (t.kind == Tok::Word) {
       std::string u = upper(t.text);
       if (u == "TRUE") {
-        t.text = "1";
+        t.text = rules.trueText;
         t.kind = Tok::Number;
       } else if (u == "FALSE") {
-        t.text = "0";
+        t.text = rules.falseText;
         t.kind = Tok::Number;
       } else if (u == "DISTINCTROW") {
         t.text = "DISTINCT";
-      } else if (i > 0 && tokens[i - 1].text == "." &&
-                 sqlite3_keyword_check(t.text.c_str(), static_cast<int>(t.text.size())) != 0) {
+      } else if (i > 0 && tokens[i - 1].text == "." && rules.isKeyword(t.text)) {
         // A column named by an SQL keyword (ClientContacts.Primary) is an identifier here.
         t.text = "\"" + t.text + "\"";
       } else if (u == "LIKE" && i + 1 < tokens.size() && tokens[i + 1].kind == Tok::String) {
@@ -404,8 +433,8 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
     }
   }
 
-  // Tables of a plain SELECT, for the rowid columns.
-  bool plain = appendRowids && !tokens.empty() && isWord(tokens[0], "SELECT");
+  // Tables of a plain SELECT, for the key columns.
+  bool plain = appendKeys && !tokens.empty() && isWord(tokens[0], "SELECT");
   size_t fromIndex = 0;
   int depth = 0;
   for (size_t i = 0; plain && i < tokens.size(); ++i) {
@@ -452,16 +481,38 @@ TranslatedSql translateAccessSql(std::string_view accessSql, bool appendRowids) 
     }
   }
 
+  // The key columns of each table, or none when a table has no key to give.
+  std::string keys;
+  if (plain && fromIndex > 0 && !result.tables.empty()) {
+    for (size_t k = 0; k < result.tables.size(); ++k) {
+      std::vector<std::string> columns;
+      if (!keyColumns) {
+        columns.emplace_back(rules.rowidName);
+      } else {
+        try {
+          columns = keyColumns(result.tables[k].table);
+        } catch (const DatabaseFailure&) {
+          columns.clear();  // not a table (a view or a sub-query): no keys
+        }
+      }
+      if (columns.empty()) {
+        keys.clear();
+        break;
+      }
+      for (size_t c = 0; c < columns.size(); ++c)
+        keys += ", \"" + result.tables[k].alias + "\"." + columns[c] + " AS \"__key" +
+                std::to_string(k) + "_" + std::to_string(c) + "\"";
+      result.keyWidths.push_back(columns.size());
+    }
+    if (keys.empty()) result.keyWidths.clear();
+  }
+
   Writer out, parameterized;
   for (size_t i = 0; i < tokens.size(); ++i) {
-    if (plain && i == fromIndex && fromIndex > 0 && !result.tables.empty()) {
-      std::string rowids;
-      for (size_t k = 0; k < result.tables.size(); ++k)
-        rowids +=
-            ", \"" + result.tables[k].alias + "\".rowid AS \"__rowid" + std::to_string(k) + "\"";
-      out.add("", rowids, true);
-      parameterized.add("", rowids, true);
-      result.rowidsAppended = true;
+    if (!keys.empty() && i == fromIndex) {
+      out.add("", keys, true);
+      parameterized.add("", keys, true);
+      result.keysAppended = true;
     }
     const Token& t = tokens[i];
     std::string_view space = i > 0 ? std::string_view(t.space) : std::string_view();

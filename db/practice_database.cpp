@@ -1,14 +1,13 @@
 // Schema creation and seed rows of a stand-alone practice database.
 #include "db/practice_database.hpp"
 
-#include <sqlite3.h>
-
 #include <string>
 #include <unordered_set>
 
 #include "base/failure.hpp"
 #include "base/general_utilities.hpp"
 #include "base/variant.hpp"
+#include "db/database_factory.hpp"
 #include "db/practice_schema.hpp"
 
 namespace lf {
@@ -48,27 +47,20 @@ long addCategory(DatabaseService& db, std::string_view name, long parent, std::s
 
 }  // namespace
 
-void createPracticeTables(SqliteDatabase& db) {
+void createPracticeTables(Database& db) {
   for (const std::string& statement : practiceSchemaStatements()) db.executeStatement(statement);
   db.executeStatement(
       "CREATE TABLE HostSettings (SettingName TEXT COLLATE NOCASE PRIMARY KEY, SettingValue TEXT)");
 }
 
-void checkPracticeTables(SqliteDatabase& db) {
+void checkPracticeTables(Database& db) {
   std::vector<std::pair<std::string, std::vector<std::string>>> tables = practiceTableColumns();
   tables.emplace_back("HostSettings", std::vector<std::string>{"SettingName", "SettingValue"});
-  sqlite3* connection = db.connection();
   for (const auto& [table, columns] : tables) {
-    // Names compare without letter case, as SQLite compares them.
+    // Names compare without letter case, as the database compares them.
     std::unordered_set<std::string> present;
-    sqlite3_stmt* stmt = nullptr;
-    const std::string sql = "PRAGMA table_xinfo(\"" + table + "\")";
-    if (sqlite3_prepare_v2(connection, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
-      throw DatabaseFailure(sqlite3_errmsg(connection));
-    while (sqlite3_step(stmt) == SQLITE_ROW)
-      present.insert(
-          GeneralUtilities::upperCase(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1))));
-    sqlite3_finalize(stmt);
+    for (const std::string& column : db.tableColumnNames(table))
+      present.insert(GeneralUtilities::upperCase(column));
     if (present.empty()) throw Failure("it has no table " + table);
     for (const std::string& column : columns)
       if (!present.count(GeneralUtilities::upperCase(column)))
@@ -151,10 +143,8 @@ void seedPracticeDatabase(DatabaseService& db, const PracticeSeed& seed) {
   writeHostSetting(db, "SortOrderPersonal", "1");
 }
 
-std::unique_ptr<SqliteDatabase> createPracticeDatabase(std::string_view path,
-                                                       const PracticeSeed& seed) {
-  auto db = std::make_unique<SqliteDatabase>();
-  db->createNew(path);
+std::unique_ptr<Database> createPracticeDatabase(std::string_view path, const PracticeSeed& seed) {
+  auto db = createDatabase(path);
   createPracticeTables(*db);
   seedPracticeDatabase(*db, seed);
   return db;

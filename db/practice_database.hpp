@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 
 namespace lf {
 
@@ -24,17 +24,16 @@ struct PracticeSeed {
 inline constexpr std::string_view kAddressBookCode = "AddressBook";
 
 // Creates every table of the practice database and the host settings table on an empty database.
-void createPracticeTables(SqliteDatabase& db);
+void createPracticeTables(Database& db);
 // Writes the seed rows and settings, through the database service.
 void seedPracticeDatabase(DatabaseService& db, const PracticeSeed& seed);
 // A new practice database file (refuses an existing one), created and seeded.
-std::unique_ptr<SqliteDatabase> createPracticeDatabase(std::string_view path,
-                                                       const PracticeSeed& seed);
+std::unique_ptr<Database> createPracticeDatabase(std::string_view path, const PracticeSeed& seed);
 
 // Throws Failure naming the first table or column of the practice schema (HostSettings
 // included) that the database lacks, so that a database another program made, or one with a
 // column dropped, is refused before any work rather than failing row by row. Reads only.
-void checkPracticeTables(SqliteDatabase& db);
+void checkPracticeTables(Database& db);
 
 // Settings of the stand-alone host (country, province, current user and years, categories,
 // sort orders), kept in the table HostSettings as name and text value.

@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (bool rowids : {true, false}) {
     lf::TranslatedSql t;
     try {
-      t = lf::translateAccessSql(sql, rowids);
+      t = lf::translateAccessSql(sql, lf::SqlDialect::SQLite, rowids);
     } catch (const lf::DatabaseFailure&) {
       return 0;
     }

@@ -15,8 +15,8 @@
 #include <string_view>
 
 #include "base/module_state.hpp"
+#include "db/database.hpp"
 #include "db/practice_database.hpp"
-#include "db/sqlite_database.hpp"
 #include "host/locale_service.hpp"
 #include "host/practice_host_services.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
@@ -38,7 +38,7 @@ class FuzzLocale : public lf::LocaleService {
 };
 
 struct Practice {
-  lf::SqliteDatabase db;
+  lf::Database db;
   FuzzLocale locale;
   std::unique_ptr<lf::PracticeClientDropDown> dropDown;
 };
@@ -46,7 +46,7 @@ struct Practice {
 Practice& practice() {
   static Practice* p = [] {
     auto* pr = new Practice();
-    lf::SqliteDatabase& db = pr->db;
+    lf::Database& db = pr->db;
     db.createNew(":memory:");
     lf::createPracticeTables(db);
     for (const char* sql :

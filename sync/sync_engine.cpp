@@ -13,8 +13,8 @@
 #include "base/general_utilities.hpp"
 #include "base/module_state.hpp"
 #include "base/procedure.hpp"
+#include "db/database_factory.hpp"
 #include "db/database_service.hpp"
-#include "db/sqlite_database.hpp"
 #include "frame/platform_timer.hpp"
 #include "host/client_drop_down.hpp"
 #include "host/file_utilities.hpp"
@@ -96,7 +96,7 @@ SyncEngine::SyncEngine(const SourceDescription& description, SyncOptions& option
       xref_(*description.crossReferences),
       companyFinder_(std::make_unique<PracticeDuplicateFinder>(PracticeDuplicateFinder::Company)),
       contactFinder_(std::make_unique<PracticeDuplicateFinder>(PracticeDuplicateFinder::Contact)) {
-  makeSourceDatabase = [] { return std::make_unique<SqliteDatabase>(); };
+  makeSourceDatabase = [] { return newDatabase(); };
   makeDocketObject = []() -> std::unique_ptr<DocketObject> {
     DatabaseService* db = moduleState().DatabaseReference;
     if (db == nullptr) return nullptr;

@@ -136,7 +136,7 @@ class SyncEngine : public ImportServices {
   void closeDatabase();
   // The source database object, null before a location was set.
   DatabaseService* sourceDatabase() const { return source_.get(); }
-  // Makes the source database object; a SqliteDatabase unless replaced (tests).
+  // Makes the source database object; a Database unless replaced (tests).
   std::function<std::unique_ptr<DatabaseService>()> makeSourceDatabase;
   const std::string& sourceFirmID() const { return sourceFirmID_; }
   long practiceFirmID() const { return practiceFirmID_; }

@@ -10,8 +10,8 @@
 
 #include "base/error_service.hpp"
 #include "base/module_state.hpp"
+#include "db/database_factory.hpp"
 #include "db/practice_database.hpp"
-#include "db/sqlite_database.hpp"
 #include "host/client_drop_down.hpp"
 #include "host/message_box.hpp"
 #include "host/practice_host_services.hpp"
@@ -103,8 +103,7 @@ class ModuleStateGuard {
 class PracticeDatabaseTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    db = std::make_unique<SqliteDatabase>();
-    db->createNew(":memory:");
+    db = createDatabase(":memory:");
     createPracticeTables(*db);
     PracticeSeed seed;
     seed.currentYear = 2025;
@@ -136,7 +135,7 @@ class PracticeDatabaseTest : public ::testing::Test {
   }
 
   ModuleStateGuard stateGuard;
-  std::unique_ptr<SqliteDatabase> db;
+  std::unique_ptr<Database> db;
   std::unique_ptr<PracticeLocale> locale;
   std::unique_ptr<PracticeClientDropDown> dropDown;
   RecordingErrorService errors;

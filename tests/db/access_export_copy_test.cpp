@@ -12,7 +12,7 @@
 #include <map>
 
 #include "base/failure.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database_factory.hpp"
 
 namespace lf {
 namespace {
@@ -60,7 +60,8 @@ class AccessExportCopyTest : public ::testing::Test {
   }
 
   fs::path folder;
-  SqliteDatabase db;
+  std::unique_ptr<Database> owned = newDatabase();
+  Database& db = *owned;
 };
 
 std::map<std::string, std::int64_t> counts(const std::vector<SourceTable>& tables) {
@@ -177,11 +178,10 @@ TEST_F(AccessExportCopyTest, CopyIsDeletedWithItsOwner) {
 
 TEST_F(AccessExportCopyTest, SqliteSourceIsUsedInPlace) {
   const std::string path = (folder / "export.db").string();
-  SqliteDatabase made;
-  made.createNew(path);
-  made.executeStatement("CREATE TABLE \"User Id\" (\"Login Name\" TEXT, Rate CURRENCY)");
-  made.executeStatement("INSERT INTO \"User Id\" VALUES ('amy', 12.5)");
-  made.close();
+  std::unique_ptr<Database> made = createDatabase(path);
+  made->executeStatement("CREATE TABLE \"User Id\" (\"Login Name\" TEXT, Rate CURRENCY)");
+  made->executeStatement("INSERT INTO \"User Id\" VALUES ('amy', 12.5)");
+  made->close();
   SourceFileCopy copy(path);
   EXPECT_FALSE(copy.isCopy());
   EXPECT_EQ(copy.databasePath(), path);

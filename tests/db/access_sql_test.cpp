@@ -12,7 +12,7 @@ namespace lf {
 namespace {
 
 std::string plain(std::string_view sql) {
-  return translateAccessSql(sql, false).sql;
+  return translateAccessSql(sql, SqlDialect::SQLite, false).sql;
 }
 
 // What SQLite makes of a statement against a table T: the number of its parameters, -1 when
@@ -74,16 +74,18 @@ TEST(AccessSqlTranslation, LikeWildcardsAndNullTests) {
 
 TEST(AccessSqlTranslation, LiteralsBecomeParametersOfTheSharedStatement) {
   TranslatedSql a = translateAccessSql(
-      "SELECT Contacts.* FROM Contacts WHERE ContactID=12 AND LastName = 'O''Hara';");
-  TranslatedSql b =
-      translateAccessSql("SELECT Contacts.* FROM Contacts WHERE ContactID=7 AND LastName = 'Ng';");
+      "SELECT Contacts.* FROM Contacts WHERE ContactID=12 AND LastName = 'O''Hara';",
+      SqlDialect::SQLite);
+  TranslatedSql b = translateAccessSql(
+      "SELECT Contacts.* FROM Contacts WHERE ContactID=7 AND LastName = 'Ng';", SqlDialect::SQLite);
   EXPECT_EQ(a.parameterizedSql, b.parameterizedSql);
   ASSERT_EQ(a.parameters.size(), 2u);
   EXPECT_EQ(a.parameters[0].text, "12");
   EXPECT_TRUE(a.parameters[0].number);
   EXPECT_EQ(a.parameters[1].text, "O'Hara");
   TranslatedSql d =
-      translateAccessSql("SELECT * FROM Dockets WHERE DateFrom = #12/31/2010# AND Invoiced = True");
+      translateAccessSql("SELECT * FROM Dockets WHERE DateFrom = #12/31/2010# AND Invoiced = True",
+                         SqlDialect::SQLite);
   ASSERT_EQ(d.parameters.size(), 2u);
   EXPECT_EQ(d.parameters[0].text, "2010-12-31 00:00:00");
   EXPECT_EQ(d.parameters[1].text, "1");
@@ -101,14 +103,30 @@ TEST(AccessSqlTranslation, JoinedSelectNamesItsTablesAndAppendsRowids) {
   TranslatedSql t = translateAccessSql(
       "SELECT Companies.*, ClientData.* FROM (Companies INNER JOIN ClientData ON "
       "Companies.CompanyID = ClientData.CompanyIDNum) INNER JOIN Clients AS c ON c.CompanyIDNum = "
-      "Companies.CompanyID WHERE ClientData.ActiveStatus=1 ORDER BY Companies.CompanyName;");
+      "Companies.CompanyID WHERE ClientData.ActiveStatus=1 ORDER BY Companies.CompanyName;",
+      SqlDialect::SQLite);
   ASSERT_EQ(t.tables.size(), 3u);
   EXPECT_EQ(t.tables[0].table, "Companies");
   EXPECT_EQ(t.tables[1].table, "ClientData");
   EXPECT_EQ(t.tables[2].alias, "c");
-  EXPECT_TRUE(t.rowidsAppended);
-  EXPECT_NE(t.sql.find("\"c\".rowid AS \"__rowid2\" FROM"), std::string::npos);
-  EXPECT_FALSE(translateAccessSql("SELECT DISTINCT A FROM T").rowidsAppended);
+  EXPECT_TRUE(t.keysAppended);
+  EXPECT_EQ(t.keyWidths, (std::vector<size_t>{1, 1, 1}));
+  EXPECT_NE(t.sql.find("\"c\".rowid AS \"__key2_0\" FROM"), std::string::npos);
+  // Keys told per table: a pair key gives two columns; a table without one leaves none.
+  TranslatedSql pair =
+      translateAccessSql("SELECT * FROM PersonalTaxStatus WHERE TaxYear = 2010;",
+                         SqlDialect::SQLite, true, [](const std::string&) {
+                           return std::vector<std::string>{"\"ContactNum\"", "\"TaxYear\""};
+                         });
+  EXPECT_NE(pair.sql.find("\"PersonalTaxStatus\".\"ContactNum\" AS \"__key0_0\", "
+                          "\"PersonalTaxStatus\".\"TaxYear\" AS \"__key0_1\" FROM"),
+            std::string::npos);
+  TranslatedSql none =
+      translateAccessSql("SELECT * FROM V;", SqlDialect::SQLite, true,
+                         [](const std::string&) { return std::vector<std::string>{}; });
+  EXPECT_FALSE(none.keysAppended);
+  EXPECT_EQ(none.sql, "SELECT * FROM V");
+  EXPECT_FALSE(translateAccessSql("SELECT DISTINCT A FROM T", SqlDialect::SQLite).keysAppended);
 }
 
 TEST(AccessSqlTranslation, CommentsAreWhiteSpaceAsSqliteReadsThem) {
@@ -116,7 +134,8 @@ TEST(AccessSqlTranslation, CommentsAreWhiteSpaceAsSqliteReadsThem) {
   EXPECT_EQ(plain("DELETE FROM Companies WHERE CompanyID = 1 /* ' */ OR 1=1 --'"),
             "DELETE FROM Companies WHERE CompanyID = 1   OR 1=1");
   TranslatedSql t = translateAccessSql(
-      "SELECT * FROM T WHERE N = 'x' /* it's 'y' */ AND B = 2 -- don't\nAND D = 'z';");
+      "SELECT * FROM T WHERE N = 'x' /* it's 'y' */ AND B = 2 -- don't\nAND D = 'z';",
+      SqlDialect::SQLite);
   ASSERT_EQ(t.parameters.size(), 3u);
   EXPECT_EQ(t.parameters[0].text, "x");
   EXPECT_EQ(t.parameters[1].text, "2");
@@ -139,12 +158,12 @@ TEST(AccessSqlTranslation, SqliteSeesOneStatementWithTheParametersCounted) {
            "SELECT T.A, T.B FROM T WHERE T.N <> 3 AND T.D >= 'k'",
        }) {
     SCOPED_TRACE(access);
-    TranslatedSql t = translateAccessSql(access);
+    TranslatedSql t = translateAccessSql(access, SqlDialect::SQLite);
     EXPECT_EQ(sqliteParameters(t.parameterizedSql), static_cast<int>(t.parameters.size()));
     EXPECT_EQ(sqliteParameters(t.sql), 0);
   }
-  TranslatedSql numbers =
-      translateAccessSql("SELECT * FROM T WHERE N = 1e-5 OR N = .5 OR N = 2.5E+3 OR N = 0x1F");
+  TranslatedSql numbers = translateAccessSql(
+      "SELECT * FROM T WHERE N = 1e-5 OR N = .5 OR N = 2.5E+3 OR N = 0x1F", SqlDialect::SQLite);
   ASSERT_EQ(numbers.parameters.size(), 3u);  // the hexadecimal number stays in the text
   EXPECT_EQ(numbers.parameters[0].text, "1e-5");
   EXPECT_EQ(numbers.parameters[2].text, "2.5E+3");
@@ -172,7 +191,7 @@ TEST(AccessSqlTranslation, RefusesWhatSqliteWouldReadAsSomethingElse) {
            std::string("SELECT * FROM T WHERE N = 'a") + '\0' + "b'",
            "\xEF\xBB\xBFSELECT * FROM T"}) {
     SCOPED_TRACE(access);
-    EXPECT_THROW(translateAccessSql(access), DatabaseFailure);
+    EXPECT_THROW(translateAccessSql(access, SqlDialect::SQLite), DatabaseFailure);
   }
 }
 

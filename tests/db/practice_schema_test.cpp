@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 
 namespace {
 
@@ -527,7 +527,7 @@ TEST(PracticeSchemaStatements, EachElementIsExactlyOneStatement) {
 // The statements also pass through the database service's statement translator, which is how
 // a stand-alone practice database is made.
 TEST(PracticeSchemaStatements, RunThroughTheDatabaseService) {
-  lf::SqliteDatabase db;
+  lf::Database db;
   db.createNew(":memory:");
   for (const auto& statement : lf::practiceSchemaStatements())
     ASSERT_NO_THROW(db.executeStatement(statement)) << statement;
@@ -536,7 +536,7 @@ TEST(PracticeSchemaStatements, RunThroughTheDatabaseService) {
 
 // Rows written through the service are found again by the second name of their key.
 TEST(PracticeSchemaStatements, AliasColumnsFollowRowsWrittenThroughTheService) {
-  lf::SqliteDatabase db;
+  lf::Database db;
   db.createNew(":memory:");
   for (const auto& statement : lf::practiceSchemaStatements()) db.executeStatement(statement);
   std::int32_t notes = db.openRecordset("SELECT CompaniesNotes.* FROM CompaniesNotes;",

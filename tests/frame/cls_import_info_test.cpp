@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/module_state.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {
@@ -31,7 +31,7 @@ TEST(ClsImportInfo, NullDatabaseReferenceSetsAndRealOneClearsFailedFlag) {
   clsImportInfo info;
   info.setDatabaseReference(nullptr);
   EXPECT_TRUE(info.failedToInitializeFlag());
-  SqliteDatabase db;
+  Database db;
   info.setDatabaseReference(&db);
   EXPECT_FALSE(info.failedToInitializeFlag());
   EXPECT_EQ(moduleState().DatabaseReference, &db);

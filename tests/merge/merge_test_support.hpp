@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "base/module_state.hpp"
+#include "db/database.hpp"
 #include "db/practice_database.hpp"
-#include "db/sqlite_database.hpp"
 #include "host/locale_service.hpp"
 #include "host/practice_host_services.hpp"
 #include "merge/cls_insert_fields_in_rtb.hpp"
@@ -46,8 +46,8 @@ class MergeTest : public ::testing::Test {
   void TearDown() override { moduleState() = saved_; }
 
   // A fresh practice database, in use from now on.
-  SqliteDatabase& usePracticeDatabase() {
-    db_ = std::make_unique<SqliteDatabase>();
+  Database& usePracticeDatabase() {
+    db_ = std::make_unique<Database>();
     db_->createNew(":memory:");
     createPracticeTables(*db_);
     dropDown_ = std::make_unique<PracticeClientDropDown>(*db_);
@@ -76,7 +76,7 @@ class MergeTest : public ::testing::Test {
 
  private:
   ModuleState saved_;
-  std::unique_ptr<SqliteDatabase> db_;
+  std::unique_ptr<Database> db_;
   std::unique_ptr<PracticeClientDropDown> dropDown_;
 };
 

@@ -109,7 +109,7 @@ TEST_F(ValueResolutionTest, LookUpWordsAbbreviationsAndComputedNames) {
 }
 
 TEST_F(ValueResolutionTest, CompanyNotesAreSoughtByTheMisspeltKey) {
-  SqliteDatabase& db = *static_cast<SqliteDatabase*>(moduleState().DatabaseReference);
+  Database& db = *static_cast<Database*>(moduleState().DatabaseReference);
   std::int32_t h = db.openRecordset("SELECT CompaniesNotes.* From CompaniesNotes;", 1, 1);
   const bool aliasWorks = db.getField(h, "ComapnyNum").toString() == "1";
   db.closeRecordset(h);

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "base/module_state.hpp"
+#include "db/database.hpp"
 #include "db/practice_schema.hpp"
-#include "db/sqlite_database.hpp"
 
 namespace lf {
 namespace {
@@ -42,7 +42,7 @@ class BestTimeInCalendar : public ::testing::Test {
     return timeOf(getBestTimeInCalendarForSpecificDayAndUser(kind, user, kDay, hours));
   }
 
-  SqliteDatabase db;
+  Database db;
 };
 
 TEST_F(BestTimeInCalendar, AnEmptyDayStartsAtNine) {

@@ -61,7 +61,7 @@ TEST_F(CompanyRecordsTest, NewClientIsTwelveRowsWithAnEmptyNameInTheCurrentCateg
 
 TEST_F(CompanyRecordsTest, ClosedDatabaseGivesMinusOneAndCreatesNothing) {
   const long companiesBefore = rowsOf("Companies");
-  SqliteDatabase closed;
+  Database closed;
   moduleState().DatabaseReference = &closed;
   EXPECT_EQ(addNewClientDataEntry(), -1);
   EXPECT_EQ(addNewClientDataEntryForExistingCompany(1), -1);

@@ -168,7 +168,7 @@ TEST_F(ContactRecordsTest, NameAtACompanyMatchesByDisplayOrFirstAndLastName) {
 }
 
 TEST_F(ContactRecordsTest, ClosedDatabaseGivesTheInitialValues) {
-  SqliteDatabase closed;
+  Database closed;
   moduleState().DatabaseReference = &closed;
   long found = -5;
   EXPECT_EQ(addNewContact("John Smith", -1, -1), 0);

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "base/module_state.hpp"
+#include "db/database.hpp"
 #include "db/practice_schema.hpp"
-#include "db/sqlite_database.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {
@@ -184,7 +184,7 @@ class NameWritingTest : public ::testing::Test {
 
   std::vector<std::string> untouched() { return std::vector<std::string>(10); }
 
-  SqliteDatabase db;
+  Database db;
   DatabaseService* saved = nullptr;
 };
 

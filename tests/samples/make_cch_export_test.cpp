@@ -7,12 +7,12 @@
 #include <filesystem>
 #include <string>
 
-#include "db/sqlite_database.hpp"
+#include "db/database_factory.hpp"
 
 namespace lf {
 namespace {
 
-long count(SqliteDatabase& db, const std::string& sql) {
+long count(Database& db, const std::string& sql) {
   const std::int32_t h = db.openRecordset(sql, kCursorKeyset, kLockReadOnly);
   const long n = db.recordCount(h);
   db.closeRecordset(h);
@@ -31,7 +31,8 @@ TEST(MakeCCHExport, GeneratesTheAskedSizesFromTheSeed) {
                                 "/samples/make_cch_export.py " + path +
                                 " --clients 30 --entries 120 --seed 5";
     ASSERT_EQ(std::system(command.c_str()), 0) << command;
-    SqliteDatabase db;
+    std::unique_ptr<Database> owned = newDatabase();
+    Database& db = *owned;
     db.setDatabasePath(path);
     db.connect(2);
     ASSERT_TRUE(db.isOpen());

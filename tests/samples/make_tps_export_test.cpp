@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 
 namespace lf {
 namespace {
@@ -26,7 +26,7 @@ std::string generate(const std::string& name, const std::string& options = "") {
   return path;
 }
 
-long count(SqliteDatabase& db, const std::string& sql) {
+long count(Database& db, const std::string& sql) {
   const std::int32_t h = db.openRecordset(sql, kCursorKeyset, kLockReadOnly);
   const long n = db.recordCount(h);
   db.closeRecordset(h);
@@ -35,7 +35,7 @@ long count(SqliteDatabase& db, const std::string& sql) {
 
 TEST(MakeTPSExport, FixedSampleHoldsTheDocumentedCases) {
   if (!havePython()) GTEST_SKIP() << "python3 is not installed";
-  SqliteDatabase db;
+  Database db;
   db.setDatabasePath(generate("lf_tps_fixed.db"));
   db.connect(2);
   ASSERT_TRUE(db.isOpen());
@@ -69,7 +69,7 @@ TEST(MakeTPSExport, GeneratesTheAskedSizesFromTheSeed) {
   const std::string options = "--clients 40 --times 300 --invoices 25 --payments 20 --seed 3";
   std::string firstNames[2];
   for (int run = 0; run < 2; ++run) {
-    SqliteDatabase db;
+    Database db;
     db.setDatabasePath(generate("lf_tps_sized.db", options));
     db.connect(2);
     ASSERT_TRUE(db.isOpen());

@@ -4,13 +4,12 @@
 // groups, a refused COMMIT rolled back and reported, and a report that explains every row.
 #include "sync/sync_engine.hpp"
 
-#include <sqlite3.h>
-
 #include <string>
 #include <vector>
 
 #include "base/failure.hpp"
 #include "db/database_service.hpp"
+#include "tests/db/faulty_backend.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf {
@@ -31,10 +30,11 @@ const SourceDescription& toyDescription() {
 
 // Counts the outermost groups the engine commits and, at each, checks that the records in it
 // are whole: every item row written has its cross-reference row.
-class CountingDatabase : public SqliteDatabase {
+class CountingDatabase : public Database {
  public:
+  CountingDatabase() : CountingDatabase(new testing::FaultyBackend()) {}
   void beginWriteGroup() override {
-    SqliteDatabase::beginWriteGroup();
+    Database::beginWriteGroup();
     ++depth;
   }
   void endWriteGroup() override {
@@ -45,17 +45,22 @@ class CountingDatabase : public SqliteDatabase {
       largestCommit = std::max(largestCommit, references - committedBefore);
       committedBefore = references;
     }
-    SqliteDatabase::endWriteGroup();
+    Database::endWriteGroup();
   }
   long countOf(const std::string& table) {
-    sqlite3_stmt* st = nullptr;
-    sqlite3_prepare_v2(connection(), ("SELECT count(*) FROM " + table).c_str(), -1, &st, nullptr);
-    const long n = sqlite3_step(st) == SQLITE_ROW ? sqlite3_column_int64(st, 0) : -1;
-    sqlite3_finalize(st);
+    const std::int32_t h =
+        openRecordset("SELECT count(*) AS n FROM " + table + ";", kCursorKeyset, kLockReadOnly);
+    const long n = hasRecord(h) ? static_cast<long>(getField(h, "n").toLong()) : -1;
+    closeRecordset(h);
     return n;
   }
   int depth = 0;
   long commits = 0, partialCommits = 0, largestCommit = 0, committedBefore = 0;
+  testing::FaultyBackend& backend;  // refuses COMMITs when told to
+
+ private:
+  explicit CountingDatabase(testing::FaultyBackend* faulty)
+      : Database(std::unique_ptr<SqlBackend>(faulty)), backend(*faulty) {}
 };
 
 // The toy source: Items (Shelf, ItemID, Name) in an in-memory export. An item named "boom"
@@ -63,7 +68,7 @@ class CountingDatabase : public SqliteDatabase {
 class ToySource : public SyncEngine {
  public:
   ToySource() : SyncEngine(toyDescription(), options) {
-    auto items = std::make_unique<SqliteDatabase>();
+    auto items = std::make_unique<Database>();
     items->createNew(":memory:");
     items->executeStatement("CREATE TABLE Items (Shelf TEXT, ItemID INTEGER, Name TEXT)");
     items_ = items.get();
@@ -95,7 +100,7 @@ class ToySource : public SyncEngine {
   std::int32_t rsItems = 0, rsTarget = 0;
 
  protected:
-  SqliteDatabase* items_ = nullptr;
+  Database* items_ = nullptr;
 
   std::string readSourceFirmID() override { return "Toy Firm"; }
   void initializeDataRecordsets() override {
@@ -230,11 +235,6 @@ TEST_F(SyncEngineTest, StageThatReadsNothingStaysInTheReport) {
   EXPECT_EQ(report.toJson().at("stages")[0].at("read"), 0);
 }
 
-// Refuses the first COMMIT of the connection: SQLite rolls that transaction back.
-int refuseFirstCommit(void* commits) {
-  return (*static_cast<int*>(commits))++ == 0 ? 1 : 0;
-}
-
 TEST_F(SyncEngineTest, RefusedCommitReportsItsRecordsFailedAndTheRunGoesOn) {
   // Item S,1 stands first, in the refused group, and again last, in a later group (a group
   // holds at most 200 records): the second is new again, since nothing of the first stayed.
@@ -242,10 +242,8 @@ TEST_F(SyncEngineTest, RefusedCommitReportsItsRecordsFailedAndTheRunGoesOn) {
   for (int i = 1; i <= 200; ++i)
     values += (i > 1 ? ", " : "") + std::string("('S', ") + std::to_string(i) + ", 'Item')";
   toy->addItems(values + ", ('S', 1, 'Again')");
-  int commits = 0;
-  sqlite3_commit_hook(counting->connection(), refuseFirstCommit, &commits);
+  counting->backend.commitsToRefuse = 1;
   toy->run();
-  sqlite3_commit_hook(counting->connection(), nullptr, nullptr);
 
   const StageCounters& c = items();
   EXPECT_EQ(c.read, 201);
@@ -276,26 +274,23 @@ TEST(SyncDateRangeTest, RowFilterKeepsTheRangeTypesByDay) {
   EXPECT_TRUE(dateInSynchRange(after, false, kSynchBetween, start, end));
 }
 
-// A write group on the raw practice database: the failed COMMIT of a deferred constraint
-// leaves no transaction open, so the next group begins and commits.
+// A write group on the practice database: the failed COMMIT of a deferred constraint leaves
+// no transaction open, so the next group begins and commits.
 TEST_F(SyncEngineTest, FailedCommitIsRolledBackAndTheNextGroupBegins) {
-  sqlite3* raw = counting->connection();
-  ASSERT_EQ(sqlite3_exec(raw,
-                         "PRAGMA foreign_keys=ON; CREATE TABLE Parent (id INTEGER PRIMARY KEY);"
-                         "CREATE TABLE Child (pid INTEGER REFERENCES Parent(id) "
-                         "DEFERRABLE INITIALLY DEFERRED);",
-                         nullptr, nullptr, nullptr),
-            SQLITE_OK);
-  SqliteDatabase& group = *counting;
-  group.SqliteDatabase::beginWriteGroup();
+  counting->executeStatement("PRAGMA foreign_keys=ON;");
+  counting->executeStatement("CREATE TABLE Parent (id INTEGER PRIMARY KEY);");
+  counting->executeStatement(
+      "CREATE TABLE Child (pid INTEGER REFERENCES Parent(id) DEFERRABLE INITIALLY DEFERRED);");
+  Database& group = *counting;
+  group.Database::beginWriteGroup();
   group.executeStatement("INSERT INTO Child VALUES (99)");
-  EXPECT_THROW(group.SqliteDatabase::endWriteGroup(), DatabaseFailure);
-  EXPECT_NE(sqlite3_get_autocommit(raw), 0) << "the failed COMMIT left a transaction open";
+  EXPECT_THROW(group.Database::endWriteGroup(), DatabaseFailure);
+  EXPECT_FALSE(counting->backend.inTransaction()) << "the failed COMMIT left a transaction open";
 
-  group.SqliteDatabase::beginWriteGroup();
+  group.Database::beginWriteGroup();
   group.executeStatement("INSERT INTO Parent VALUES (7)");
   group.executeStatement("INSERT INTO Child VALUES (7)");
-  group.SqliteDatabase::endWriteGroup();
+  group.Database::endWriteGroup();
   EXPECT_EQ(counting->countOf("Child"), 1);
 }
 
@@ -303,15 +298,12 @@ TEST_F(SyncEngineTest, FailedCommitIsRolledBackAndTheNextGroupBegins) {
 // service when the object goes away.
 TEST_F(SyncEngineTest, WriteThatCannotBeStoredAtCloseIsNotDropped) {
   for (bool byClose : {true, false}) {
-    auto practice = std::make_unique<SqliteDatabase>();
+    auto faulty = std::make_unique<testing::FaultyBackend>();
+    faulty->refuseStatements = "UPDATE \"Notes\"";
+    auto practice = std::make_unique<Database>(std::move(faulty));
     practice->createNew(":memory:");
     practice->executeStatement("CREATE TABLE Notes (NoteID INTEGER PRIMARY KEY, Body TEXT)");
     practice->executeStatement("INSERT INTO Notes VALUES (1, 'first')");
-    ASSERT_EQ(sqlite3_exec(practice->connection(),
-                           "CREATE TRIGGER refuse BEFORE UPDATE ON Notes BEGIN "
-                           "SELECT RAISE(ABORT, 'refused'); END;",
-                           nullptr, nullptr, nullptr),
-              SQLITE_OK);
     testing::RecordingErrorService closing;
     practice->setErrorService(&closing);
     const std::int32_t rs =

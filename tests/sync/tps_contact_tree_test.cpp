@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/failure.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 #include "sync/client_tree.hpp"
 #include "sync/word_pattern.hpp"
 #include "tests/test_support.hpp"
@@ -104,7 +104,7 @@ class TPSContactTreeTest : public ::testing::Test {
     tps.setSourceDatabase(&source);
   }
 
-  SqliteDatabase source;
+  Database source;
   ClientTree tree;
   clsTPSContactTree tps;
 };

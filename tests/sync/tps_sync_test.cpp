@@ -155,7 +155,7 @@ TEST_F(TPSSyncTest, MissingOrUnopenableExportLeavesTheSourceUnused) {
   EXPECT_FALSE(engine->useTPSDatabase());
   EXPECT_TRUE(messages.shown.empty());
 
-  struct NeverOpens : SqliteDatabase {
+  struct NeverOpens : Database {
     void connect(int) override {}
   };
   engine->makeSourceDatabase = [] { return std::make_unique<NeverOpens>(); };

@@ -10,7 +10,7 @@
 
 #include "base/legacy_format.hpp"
 #include "base/module_state.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 #include "host/file_dialog.hpp"
 #include "host/locale_service.hpp"
 #include "tests/test_support.hpp"
@@ -86,7 +86,7 @@ class TPSWizardTest : public ::testing::Test {
   testing::ModuleStateGuard stateGuard;
   testing::RecordingMessageBox box;
   FixedLocale locale;
-  SqliteDatabase source;
+  Database source;
   TPSImportOptions engine;
   TPSWizardHooks hooks;
   std::unique_ptr<frmTPSWizard> wizard;

@@ -11,7 +11,7 @@
 
 #include "base/failure.hpp"
 #include "base/module_state.hpp"
-#include "db/sqlite_database.hpp"
+#include "db/database.hpp"
 #include "host/run_report.hpp"
 #include "host/terminal_message_box.hpp"
 #include "sync/sync_wizard_terminal.hpp"
@@ -83,7 +83,7 @@ class WizardFrontEndTest : public ::testing::Test {
   }
 
   testing::ModuleStateGuard stateGuard;
-  SqliteDatabase source;
+  Database source;
   TPSImportOptions engine;
   TPSWizardHooks hooks;
   int imports = 0;

@@ -1,60 +1,63 @@
-// The database service over SQLite: the practice database and the source databases.
+// The database service over any SQL backend: the object every import and every caller of
+// the practice database holds. The contract is DatabaseService's (db/database_service.hpp);
+// this class adds what the stand-alone host needs to open, create and check a database.
 //
-// Recordsets are keysets: the rows of a statement are read once when it is opened, with the
-// rowid of each table of the FROM clause, so that a row can be written back by key. Writes
-// through any recordset of this object reach every open recordset holding the same row.
-// New rows take their auto-number key when addNewRecord runs and are stored in one INSERT
-// by updateRecord. findRecord builds a hash index per searched column set on first use and
-// keeps it current across writes, so a search costs O(1).
+// What is here and not in the backend: the keysets, the row cache, the gathered writes, the
+// search indexes, the propagation of writes to open recordsets and the write groups. Rows are
+// keyed by the backend's rowid when it has one, otherwise by the table's declared primary key
+// (a table without one by all its stored columns).
 //
-// Text read from a database follows the rule of host/text_encoding.hpp: a value is read whole
-// and comes back as valid UTF-8, whatever bytes the file holds.
+// Obtain one from db/database_factory.hpp; the backend stays out of sight. Tests may build
+// one over a backend of their own.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "db/database_service.hpp"
-
-struct sqlite3;
+#include "db/sql_backend.hpp"
 
 namespace lf {
 
-class SqliteDatabase : public DatabaseService {
+class Database : public DatabaseService {
  public:
-  SqliteDatabase();
-  ~SqliteDatabase() override;
-  SqliteDatabase(const SqliteDatabase&) = delete;
-  SqliteDatabase& operator=(const SqliteDatabase&) = delete;
+  // The backend is chosen from the location when the object connects (databaseBackendFor).
+  Database();
+  // Over a given backend, whatever the location (tests).
+  explicit Database(std::unique_ptr<SqlBackend> backend);
+  ~Database() override;
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
 
-  // Creates a new, empty database file (refuses an existing one) and connects to it.
-  // ":memory:" gives a private in-memory database.
-  void createNew(std::string_view path);
-  // The practice database runs in write-ahead-log mode; a source database is left in the
-  // journal mode it has, so that opening an export never changes the file. Set before connect.
+  // Creates a new, empty database at the location (refuses an existing file) and connects
+  // to it as a practice database. ":memory:" gives a private in-memory database.
+  void createNew(std::string_view location);
+  // The practice database keeps a write-ahead log and is held alone; a source database is
+  // left in the journal mode it has, so that opening an export never changes the file. Set
+  // before connect.
   void setWriteAheadLog(bool on);
-  // Opens the file for reading only; nothing is ever written to it. Set before connect.
+  // Opens the database for reading only; nothing is ever written to it. Set before connect.
   void setReadOnly(bool on);
-  // How long a statement waits for a lock that another connection holds before it fails
-  // with "database is locked". Default 0: it fails at once. Set before connect.
+  // How long a statement waits for a lock that another connection holds before it fails.
+  // Default 0: it fails at once. Set before connect.
   void setBusyTimeout(int milliseconds);
-  // Runs inside connect once the file has been read as a database, before anything is
-  // written to it (the switch to write-ahead logging). A failure it throws closes the
-  // connection again and goes on to connect's caller, so a file that the check refuses is
-  // left exactly as it was.
-  void setOpenCheck(std::function<void(SqliteDatabase&)> check);
-  // Why the last connect left isOpen false: the SQLite result code (SQLITE_BUSY when another
-  // connection holds the file, SQLITE_NOTADB, SQLITE_CANTOPEN ...) and its message. 0 and
-  // empty after a connect that succeeded.
-  int connectFailureCode() const;
+  // Runs inside connect once the database has been read, before anything is written to it.
+  // A failure it throws closes the connection again and goes on to connect's caller, so a
+  // database that the check refuses is left exactly as it was.
+  void setOpenCheck(std::function<void(Database&)> check);
+  // Why the last connect left isOpen false, and the engine's words; None and empty after a
+  // connect that succeeded.
+  ConnectFailure connectFailure() const;
   const std::string& connectFailureMessage() const;
   // Runs one statement that returns no rows (schema and seed statements).
   void executeStatement(std::string_view accessSql);
-  // True when the connection holds a table of that name.
+  // True when the database holds a table of that name.
   bool hasTable(std::string_view table);
-  sqlite3* connection();
+  // The stored columns of a table, in table order; empty when there is no such table.
+  std::vector<std::string> tableColumnNames(std::string_view table);
   std::string path() const;
 
   void setErrorService(ErrorService* errorClass) override;
