@@ -21,9 +21,9 @@
 #include <string>
 
 #include "base/module_state.hpp"
+#include "db/database_factory.hpp"
 #include "db/practice_database.hpp"
 #include "db/practice_schema.hpp"
-#include "db/database_factory.hpp"
 #include "host/practice_host_services.hpp"
 #include "host/practice_import_duplicates.hpp"
 #include "host/run_report.hpp"

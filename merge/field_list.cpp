@@ -11,7 +11,9 @@ void FieldList::clear() {
   current_ = -1;
 }
 
-void FieldList::add(FieldItem item) { items_.push_back(std::move(item)); }
+void FieldList::add(FieldItem item) {
+  items_.push_back(std::move(item));
+}
 
 const FieldItem* FieldList::itemByKey(std::int32_t key) const {
   if (key >= 1 && key <= count() && items_[key - 1].key == key) return &items_[key - 1];
@@ -28,13 +30,20 @@ bool FieldList::moveTo(std::int32_t key) {
 
 std::string FieldList::columnText(const FieldItem& item, int column) {
   switch (column) {
-    case kColumnDatabaseField: return item.databaseField;
-    case kColumnDisplayName: return item.displayName;
-    case kColumnTableTag: return item.tableTag;
-    case kColumnFieldType: return std::to_string(item.fieldType);
-    case kColumnSampleValue: return item.sampleValue;
-    case kColumnMaxLength: return std::to_string(item.maxLength);
-    default: return {};
+    case kColumnDatabaseField:
+      return item.databaseField;
+    case kColumnDisplayName:
+      return item.displayName;
+    case kColumnTableTag:
+      return item.tableTag;
+    case kColumnFieldType:
+      return std::to_string(item.fieldType);
+    case kColumnSampleValue:
+      return item.sampleValue;
+    case kColumnMaxLength:
+      return std::to_string(item.maxLength);
+    default:
+      return {};
   }
 }
 
@@ -44,10 +53,18 @@ bool FieldList::findByColumn(int column, std::string_view value) {
     const FieldItem& item = items_[i];
     bool match = false;
     switch (column) {
-      case kColumnDatabaseField: match = item.databaseField == value; break;
-      case kColumnDisplayName: match = item.displayName == value; break;
-      case kColumnTableTag: match = item.tableTag == value; break;
-      default: match = columnText(item, column) == value; break;
+      case kColumnDatabaseField:
+        match = item.databaseField == value;
+        break;
+      case kColumnDisplayName:
+        match = item.displayName == value;
+        break;
+      case kColumnTableTag:
+        match = item.tableTag == value;
+        break;
+      default:
+        match = columnText(item, column) == value;
+        break;
     }
     if (match) {
       current_ = static_cast<std::ptrdiff_t>(i);
@@ -59,7 +76,7 @@ bool FieldList::findByColumn(int column, std::string_view value) {
 
 const FieldItem* FieldList::current() const {
   return current_ >= 0 && current_ < static_cast<std::ptrdiff_t>(items_.size()) ? &items_[current_]
-                                                                               : nullptr;
+                                                                                : nullptr;
 }
 
 std::int32_t FieldList::currentKey() const {

@@ -39,8 +39,8 @@ std::string createBusinessContactAddress(long contactID, bool asRTF, long employ
 
 // A company (or the firm when firmID is valid). includeContactName adds the default contact's
 // name; it is cleared for the caller when the company has none. Trimmed.
-std::string createCompanyAddress(long companyID, bool& includeContactName, bool asRTF,
-                                 long firmID, bool withAddress, bool withPhones, bool withEmail);
+std::string createCompanyAddress(long companyID, bool& includeContactName, bool asRTF, long firmID,
+                                 bool withAddress, bool withPhones, bool withEmail);
 
 // Plain text made rich text: every CR LF is followed by "\par ".
 std::string convertToRTF(std::string_view text);

@@ -45,9 +45,8 @@ long addAccountantEmployee(const std::string& fullName, long firmCompanyID, long
   return lf::addAccountantEmployee(fullName, firmCompanyID, userLevel);
 }
 
-std::string createAddress(std::string_view street, std::string_view city,
-                          std::string_view province, std::string_view postalCode,
-                          std::string_view country) {
+std::string createAddress(std::string_view street, std::string_view city, std::string_view province,
+                          std::string_view postalCode, std::string_view country) {
   AddressFields fields;
   fields.Street = street;
   fields.City = city;

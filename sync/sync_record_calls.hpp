@@ -9,7 +9,6 @@
 
 namespace lf::syncrecords {
 
-
 long addNewClientDataEntry();
 long addNewClientDataEntryForExistingCompany(long companyID);
 // A new contact named from fullName, with no company and no category of its own.
@@ -23,9 +22,8 @@ long getDefaultContactIDFromCompanyID(long companyID);
 long addAccountantEmployee(const std::string& fullName, long firmCompanyID, long userLevel);
 
 // The address block of five fields, as plain text.
-std::string createAddress(std::string_view street, std::string_view city,
-                          std::string_view province, std::string_view postalCode,
-                          std::string_view country);
+std::string createAddress(std::string_view street, std::string_view city, std::string_view province,
+                          std::string_view postalCode, std::string_view country);
 std::string convertToRTF(std::string_view text);
 
 // The stored summaries of a written client or staff member.

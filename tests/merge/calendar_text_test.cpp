@@ -15,9 +15,10 @@ class CalendarTextTest : public MergeTest {
     MergeTest::SetUp();
     usePracticeDatabase();
     exec("INSERT INTO Companies (CompanyID, CompanyName) VALUES (1, 'Acme Ltd');");
-    exec("INSERT INTO Appointments (AppointmentID, Subject, TimeFrom, TimeTo, "
-         "AfterAppointmentText) VALUES (3, 'Review', '1899-12-30 09:00:00', "
-         "'1899-12-30 10:00:00', 'Bring files');");
+    exec(
+        "INSERT INTO Appointments (AppointmentID, Subject, TimeFrom, TimeTo, "
+        "AfterAppointmentText) VALUES (3, 'Review', '1899-12-30 09:00:00', "
+        "'1899-12-30 10:00:00', 'Bring files');");
     exec("INSERT INTO Tasks (TaskID, ScheduleIDNum, Subject) VALUES (8, 40, 'GST return');");
     exec("INSERT INTO archiveTasks (oldTaskID, ScheduleIDNum) VALUES (9, 41);");
     rtb.ConvertStrToRTF = false;
@@ -34,7 +35,8 @@ TEST_F(CalendarTextTest, TemplateZeroMeansTheDefault) {
   settings("TemplateAppt", "0");
   rtb.ListType = 5;
   rtb.appointmentID = 3;
-  EXPECT_EQ(rtb.createDisplayTextByID2(), "Review for Acme Ltd\r\n9:00 am to 10:00 am\r\nBring files");
+  EXPECT_EQ(rtb.createDisplayTextByID2(),
+            "Review for Acme Ltd\r\n9:00 am to 10:00 am\r\nBring files");
 }
 
 TEST_F(CalendarTextTest, CompanyWithoutDefaultContactMergesContactFieldsBlank) {

@@ -243,10 +243,12 @@ TEST_F(FieldCatalogueTest, ContactListPutsCompanyLastOnlyWithACompany) {
 
 TEST_F(FieldCatalogueTest, CustomNamesComeFromTheLabelTables) {
   usePracticeDatabase();
-  exec("INSERT INTO CustomFields (CustomName1, CustomName2, CustomName3) VALUES ('Fee Basis:', "
-       "'Custom 2', 'Custom 3');");
-  exec("INSERT INTO CustomAddressFields (CompanyLabel1, CompanyLabel4, ContactLabel2) VALUES "
-       "('Fee Basis:', 'Custom 4', 'Hobby');");
+  exec(
+      "INSERT INTO CustomFields (CustomName1, CustomName2, CustomName3) VALUES ('Fee Basis:', "
+      "'Custom 2', 'Custom 3');");
+  exec(
+      "INSERT INTO CustomAddressFields (CompanyLabel1, CompanyLabel4, ContactLabel2) VALUES "
+      "('Fee Basis:', 'Custom 4', 'Hobby');");
   clsInsertFieldsInRTB rtb;
   rtb.ListType = 1;
   build(rtb);

@@ -66,8 +66,9 @@ TEST(CreateAddressWithContactInfo, LabelsInOrderAndAddressLinesConvertedTwice) {
   f.Phone = "555-1111";
   f.Email = "a@b.ca";
   f.WebSite = "acme.ca";
-  EXPECT_EQ(createAddressWithContactInfo(f, false, false),
-            "Acme Ltd\r\n1 Main\r\nOttawa\r\nPhone: 555-1111\r\nEmail: a@b.ca\r\nWeb Site: acme.ca");
+  EXPECT_EQ(
+      createAddressWithContactInfo(f, false, false),
+      "Acme Ltd\r\n1 Main\r\nOttawa\r\nPhone: 555-1111\r\nEmail: a@b.ca\r\nWeb Site: acme.ca");
   EXPECT_EQ(createAddressWithContactInfo(f, false, true),
             "Acme Ltd\r\n\\par \\par 1 Main\r\n\\par \\par Ottawa\r\n\\par Phone: 555-1111\r\n"
             "\\par Email: a@b.ca\r\n\\par Web Site: acme.ca");
@@ -76,10 +77,12 @@ TEST(CreateAddressWithContactInfo, LabelsInOrderAndAddressLinesConvertedTwice) {
 class AddressLoaderTest : public summaries_test::SummaryTest {};
 
 TEST_F(AddressLoaderTest, PersonalAddressReadsEmployeeBeforeContact) {
-  exec("INSERT INTO Contacts (ContactID, DisplayName, HomeAddress, HomeCity, HomePhone_Main) "
-       "VALUES (40, 'Jane Doe', '1 Main', 'Ottawa', '555-1111');");
-  exec("INSERT INTO AccountantEmployeeInfo (ContactID, DisplayName, HomeCity) "
-       "VALUES (41, 'Sam Staff', 'Kingston');");
+  exec(
+      "INSERT INTO Contacts (ContactID, DisplayName, HomeAddress, HomeCity, HomePhone_Main) "
+      "VALUES (40, 'Jane Doe', '1 Main', 'Ottawa', '555-1111');");
+  exec(
+      "INSERT INTO AccountantEmployeeInfo (ContactID, DisplayName, HomeCity) "
+      "VALUES (41, 'Sam Staff', 'Kingston');");
   EXPECT_EQ(createPersonalContactAddress(40, false, -1, true, true, false),
             "Jane Doe\r\n1 Main\r\nOttawa\r\nPhone: 555-1111");
   EXPECT_EQ(createPersonalContactAddress(40, false, 41, true, false, false),
@@ -88,11 +91,13 @@ TEST_F(AddressLoaderTest, PersonalAddressReadsEmployeeBeforeContact) {
 }
 
 TEST_F(AddressLoaderTest, InheritingContactShowsTheCompanyAddressAndNumbers) {
-  exec("INSERT INTO Companies (CompanyID, CompanyName, Address, City, OfficeNumber, FaxNumber) "
-       "VALUES (7, 'Acme Ltd', '9 Bay St', 'Toronto', '555-7000', '555-7001');");
-  exec("INSERT INTO Contacts (ContactID, DisplayName, BusinessName, BusinessAddress, "
-       "BusinessCity, BusinessPhone_Main, BusinessPhone_Cell, InheritCompanyInfo) "
-       "VALUES (40, 'Jane Doe', 'Acme', '1 Main', 'Ottawa', '555-1111', '555-2222', True);");
+  exec(
+      "INSERT INTO Companies (CompanyID, CompanyName, Address, City, OfficeNumber, FaxNumber) "
+      "VALUES (7, 'Acme Ltd', '9 Bay St', 'Toronto', '555-7000', '555-7001');");
+  exec(
+      "INSERT INTO Contacts (ContactID, DisplayName, BusinessName, BusinessAddress, "
+      "BusinessCity, BusinessPhone_Main, BusinessPhone_Cell, InheritCompanyInfo) "
+      "VALUES (40, 'Jane Doe', 'Acme', '1 Main', 'Ottawa', '555-1111', '555-2222', True);");
   EXPECT_EQ(createBusinessContactAddress(40, false, -1, 7, true, true, false, true),
             "Acme\r\nJane Doe\r\n9 Bay St\r\nToronto\r\nPhone: 555-7000\r\nFax: 555-7001\r\n"
             "Cell: 555-2222");
@@ -101,16 +106,18 @@ TEST_F(AddressLoaderTest, InheritingContactShowsTheCompanyAddressAndNumbers) {
 }
 
 TEST_F(AddressLoaderTest, CompanyWithoutDefaultContactClearsIncludeContactName) {
-  exec("INSERT INTO Companies (CompanyID, CompanyName, City, Email) "
-       "VALUES (7, 'Acme Ltd', 'Toronto', 'info@acme.ca');");
+  exec(
+      "INSERT INTO Companies (CompanyID, CompanyName, City, Email) "
+      "VALUES (7, 'Acme Ltd', 'Toronto', 'info@acme.ca');");
   bool include = true;
   EXPECT_EQ(createCompanyAddress(7, include, false, -1, true, false, true),
             "Acme Ltd\r\n\r\nToronto\r\nEmail: info@acme.ca");
   EXPECT_FALSE(include);
 
   exec("INSERT INTO Contacts (ContactID, DisplayName) VALUES (40, 'Jane Doe');");
-  exec("INSERT INTO ContactLinks (ContactIDNum, CompanyNum, DefaultContact) "
-       "VALUES (40, 7, True);");
+  exec(
+      "INSERT INTO ContactLinks (ContactIDNum, CompanyNum, DefaultContact) "
+      "VALUES (40, 7, True);");
   include = true;
   EXPECT_EQ(createCompanyAddress(7, include, false, -1, true, false, false),
             "Acme Ltd\r\nJane Doe\r\n\r\nToronto");

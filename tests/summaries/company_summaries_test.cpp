@@ -44,9 +44,10 @@ TEST_F(CompanySummaryTest, CompanyPageInOrderAndStoredOnANewNotesRow) {
   category(51, "Ontario", 50);
   company(7, "Acme Ltd", 51, 0);
   company(8, "Acme Sub", 0, 7);
-  exec("UPDATE Companies SET Address = '9 Bay St', City = 'Toronto', OfficeNumber = '555-7000', "
-       "CompanyType = 1, LawyerInfo = 'Lee' || char(13) || char(10) || 'Law', Custom1 = 'Gold' "
-       "WHERE CompanyID = 7;");
+  exec(
+      "UPDATE Companies SET Address = '9 Bay St', City = 'Toronto', OfficeNumber = '555-7000', "
+      "CompanyType = 1, LawyerInfo = 'Lee' || char(13) || char(10) || 'Law', Custom1 = 'Gold' "
+      "WHERE CompanyID = 7;");
   exec("UPDATE CustomAddressFields SET CompanyLabel1 = 'Tier:';");
   std::string rtf = saveCompanyRTF(7, -1);
   EXPECT_EQ(rtf, kPrologue + "\\b\\pard\\fi-1375\\li1375\\ri0 Company Name:\\b0  Acme Ltd" + kPar +
@@ -88,8 +89,7 @@ TEST_F(CompanySummaryTest, ClientCustomNameLeftAtItsDefaultHidesTheRow) {
 TEST_F(CompanySummaryTest, ContactPanelWithAndWithoutDefaultContact) {
   company(7, "Acme Ltd", 0, 0);
   exec("INSERT INTO CompaniesNotes (CompanyNum) VALUES (7);");
-  EXPECT_EQ(saveNoDefaultComment(),
-            kPrologue + "\\b No Default Contact Selected.\\b0  \\par\r\n}");
+  EXPECT_EQ(saveNoDefaultComment(), kPrologue + "\\b No Default Contact Selected.\\b0  \\par\r\n}");
   EXPECT_EQ(saveCompanyContactRTF(7, -1), saveNoDefaultComment());
   EXPECT_EQ(companyNotes(7, "ContactNotes"), saveNoDefaultComment());
 

@@ -28,12 +28,10 @@ TEST(SortEmailAddressesTest, FillsTheFirstTwoAndNeverClearsTheThird) {
     std::string in1, in2, in3, out1, out2, out3;
   };
   const Case cases[] = {
-      {"a", "", "", "a", "a", ""},      // one address stands in both places
-      {"", "b", "", "b", "b", ""},      // the second keeps its value
-      {"", "", "c", "c", "c", "c"},
-      {"a", "", "c", "a", "c", "c"},
-      {"a", "b", "c", "a", "b", "c"},
-      {"", "", "", "", "", ""},
+      {"a", "", "", "a", "a", ""},  // one address stands in both places
+      {"", "b", "", "b", "b", ""},  // the second keeps its value
+      {"", "", "c", "c", "c", "c"},   {"a", "", "c", "a", "c", "c"},
+      {"a", "b", "c", "a", "b", "c"}, {"", "", "", "", "", ""},
   };
   for (const Case& c : cases) {
     std::string e1 = c.in1, e2 = c.in2, e3 = c.in3;

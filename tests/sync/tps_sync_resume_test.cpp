@@ -4,6 +4,7 @@
 //
 // Runs the lfimport program on the bundled sample export with LFIMPORT_KILL_AT_RECORD set,
 // which kills the process inside that record, after its writes and before their commit.
+#include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,8 +15,6 @@
 #include <map>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -55,8 +54,8 @@ std::map<std::string, std::vector<std::string>> contents(const std::string& path
   if (sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) return out;
   std::vector<std::string> tables;
   sqlite3_stmt* st = nullptr;
-  sqlite3_prepare_v2(db, "SELECT name FROM sqlite_master WHERE type='table' ORDER BY name", -1,
-                     &st, nullptr);
+  sqlite3_prepare_v2(db, "SELECT name FROM sqlite_master WHERE type='table' ORDER BY name", -1, &st,
+                     nullptr);
   while (sqlite3_step(st) == SQLITE_ROW)
     tables.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
   sqlite3_finalize(st);
@@ -69,7 +68,8 @@ std::map<std::string, std::vector<std::string>> contents(const std::string& path
         const std::string name = sqlite3_column_name(st, c);
         if (name == "DateLastSync" || name == "DateCreated") continue;
         // Staff summaries are rewritten by every run from the clients there at that moment.
-        if (table == "AccountantEmployeeInfo" && (name == "BusinessNotes" || name == "PersonalNotes"))
+        if (table == "AccountantEmployeeInfo" &&
+            (name == "BusinessNotes" || name == "PersonalNotes"))
           continue;
         const unsigned char* v = sqlite3_column_text(st, c);
         row += name + "=" + (v != nullptr ? reinterpret_cast<const char*>(v) : "NULL") + "|";
@@ -99,12 +99,15 @@ std::string firstDifference(const std::map<std::string, std::vector<std::string>
       while (p < a.size() && q < b.size()) {
         const size_t pe = a.find('|', p), qe = b.find('|', q);
         const std::string ca = a.substr(p, pe - p), cb = b.substr(q, qe - q);
-        if (ca != cb) columns += " " + ca.substr(0, ca.find('=')) + " (" + ca.substr(0, 60) + " / " + cb.substr(0, 60) + ")";
+        if (ca != cb)
+          columns += " " + ca.substr(0, ca.find('=')) + " (" + ca.substr(0, 60) + " / " +
+                     cb.substr(0, 60) + ")";
         if (pe == std::string::npos || qe == std::string::npos) break;
         p = pe + 1;
         q = qe + 1;
       }
-      return table + " row " + std::to_string(i) + ":" + (columns.empty() ? " " + a.substr(0, 80) + " / " + b.substr(0, 80) : columns);
+      return table + " row " + std::to_string(i) + ":" +
+             (columns.empty() ? " " + a.substr(0, 80) + " / " + b.substr(0, 80) : columns);
     }
   }
   return {};
@@ -152,8 +155,7 @@ TEST_F(TPSSyncResumeTest, KilledRunsResumedGiveTheDatabaseOfOneUninterruptedRun)
   // time entries of the sample; the second case is killed twice before it completes.
   const std::vector<std::vector<long>> cases = {{2}, {6, 9}, {14}, {27}, {36}, {45}, {52}};
   for (const std::vector<long>& kills : cases) {
-    const std::string practice =
-        newPractice("killed_" + std::to_string(kills.front()) + ".db");
+    const std::string practice = newPractice("killed_" + std::to_string(kills.front()) + ".db");
     for (long at : kills) {
       const int status = sync(practice, at);
       ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL)
@@ -161,8 +163,7 @@ TEST_F(TPSSyncResumeTest, KilledRunsResumedGiveTheDatabaseOfOneUninterruptedRun)
     }
     ASSERT_EQ(sync(practice, 0), 0);
     const auto resumed = contents(practice);
-    EXPECT_EQ(firstDifference(expected, resumed), "")
-        << "after a kill at record " << kills.front();
+    EXPECT_EQ(firstDifference(expected, resumed), "") << "after a kill at record " << kills.front();
   }
 }
 
