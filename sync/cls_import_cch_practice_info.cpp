@@ -7,7 +7,6 @@
 #include "base/procedure.hpp"
 #include "db/database_service.hpp"
 #include "host/client_drop_down.hpp"
-#include "host/practice_docket.hpp"
 #include "records/lookups.hpp"
 #include "sync/close_paid_invoices.hpp"
 
@@ -16,21 +15,12 @@ namespace lf {
 clsImportCCHPracticeInfo::clsImportCCHPracticeInfo()
     : SyncEngine(cchPracticeSourceDescription(), options_) {
   defaultSyncDates(options_, Date::today());
-  // Dockets are stored through the run's open Dockets recordset.
-  makeDocketObject = [this]() -> std::unique_ptr<DocketObject> {
-    DatabaseService* db = moduleState().DatabaseReference;
-    if (db == nullptr) return nullptr;
-    return std::make_unique<PracticeDocket>(*db, rsDockets);
-  };
+  storeDocketsThrough(rsDockets);
   describeStages();
 }
 
 clsImportCCHPracticeInfo::~clsImportCCHPracticeInfo() {
-  options_.companyCollection.clearList();
-  options_.contactsCollection.clearList();
-  commitRecords();
-  ignoreErrors([&] { closeDataRecordsets(); });
-  ignoreErrors([&] { closeCCHPracticeDatabase(); });
+  endEngine();
 }
 
 void clsImportCCHPracticeInfo::openCCHPracticeImportForm() {

@@ -9,7 +9,6 @@
 #include "db/database_service.hpp"
 #include "host/client_drop_down.hpp"
 #include "host/file_utilities.hpp"
-#include "host/practice_docket.hpp"
 #include "records/lookups.hpp"
 #include "sync/sync_values.hpp"
 
@@ -17,21 +16,12 @@ namespace lf {
 
 clsImportTPSInformation::clsImportTPSInformation() : SyncEngine(tpsSourceDescription(), options_) {
   defaultTPSImportDates(options_, Date::today());
-  // Dockets are stored through the run's open Dockets recordset.
-  makeDocketObject = [this]() -> std::unique_ptr<DocketObject> {
-    DatabaseService* db = moduleState().DatabaseReference;
-    if (db == nullptr) return nullptr;
-    return std::make_unique<PracticeDocket>(*db, rsDockets);
-  };
+  storeDocketsThrough(rsDockets);
   describeStages();
 }
 
 clsImportTPSInformation::~clsImportTPSInformation() {
-  options_.companyCollection.clearList();
-  options_.contactsCollection.clearList();
-  commitRecords();
-  ignoreErrors([&] { closeDataRecordsets(); });
-  ignoreErrors([&] { closeTPSDatabase(); });
+  endEngine();
 }
 
 void clsImportTPSInformation::openTPSImportForm() {

@@ -505,6 +505,22 @@ void SyncEngine::endRecord(StageCounters& counters, const RecordOutcome& outcome
     commitRecords();
 }
 
+void SyncEngine::storeDocketsThrough(const std::int32_t& dockets) {
+  makeDocketObject = [&dockets]() -> std::unique_ptr<DocketObject> {
+    DatabaseService* db = moduleState().DatabaseReference;
+    if (db == nullptr) return nullptr;
+    return std::make_unique<PracticeDocket>(*db, dockets);
+  };
+}
+
+void SyncEngine::endEngine() {
+  options_.companyCollection.clearList();
+  options_.contactsCollection.clearList();
+  commitRecords();
+  ignoreErrors([&] { closeDataRecordsets(); });
+  ignoreErrors([&] { closeDatabase(); });
+}
+
 void SyncEngine::commitRecords() {
   if (pendingGroup_ == nullptr) return;
   DatabaseService* db = std::exchange(pendingGroup_, nullptr);

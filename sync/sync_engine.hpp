@@ -313,6 +313,12 @@ class SyncEngine : public ImportServices {
   void syncRecord(StageCounters& counters, const std::function<RecordOutcome()>& body);
   // Commits the whole records written since the last commit.
   void commitRecords();
+  // Dockets of a run are stored through the run's open Dockets recordset, whose handle the
+  // source engine keeps at `dockets`.
+  void storeDocketsThrough(const std::int32_t& dockets);
+  // What a source engine's destructor does: the wizard's client lists emptied, the records
+  // written so far committed, the run's recordsets and the source closed, failures ignored.
+  void endEngine();
 
   // Called after a record's target rows are written and before its cross-reference row is
   // saved: the point where an interrupted record would otherwise be half written.
