@@ -290,30 +290,10 @@ RowOutcome clsImportBusinessTextFile::importRow(int row, std::string& skipReason
 }
 
 void clsImportBusinessTextFile::ImportData(bool& succeeded) {
-  importSuccessful = false;
-  bool loadingPaused = true;
-  bool refreshPaused = true;
-  ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
-  procedure(label("ImportData"), [&] {
-    if (dropDown != nullptr) {
-      dropDown->setLoadingPaused(loadingPaused);
-      dropDown->setRefreshPaused(refreshPaused);
-    }
-    setupCategoryParameters();
-    if (usablePracticeDatabase() == nullptr) return;
-    for (int row = kFirstDataRow; row < grid.rows(); ++row) {
-      if (!grid.isRowSelected(row)) continue;
-      importOneRow(counters, [&](std::string& skipReason) { return importRow(row, skipReason); });
-      if (eventPump) eventPump();
-    }
-    importSuccessful = true;
-  });
-  if (dropDown != nullptr) {
-    loadingPaused = false;
-    refreshPaused = false;
-    dropDown->setLoadingPaused(loadingPaused);
-    dropDown->setRefreshPaused(refreshPaused);
-  }
+  importSuccessful = importSelectedRows(
+      [this] { setupCategoryParameters(); },
+      [this](int row, std::string& skipReason) { return importRow(row, skipReason); }, counters,
+      eventPump);
   succeeded = importSuccessful;
 }
 

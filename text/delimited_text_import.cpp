@@ -2,7 +2,10 @@
 #include "text/delimited_text_import.hpp"
 
 #include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
 #include "base/procedure.hpp"
+#include "db/recordset_scope.hpp"
+#include "host/client_drop_down.hpp"
 
 namespace lf {
 
@@ -33,6 +36,32 @@ void DelimitedTextImport::changeCaps() {
 void DelimitedTextImport::loadFile() {
   reader.loadGrid();
   createFieldList();
+}
+
+bool DelimitedTextImport::importSelectedRows(
+    const std::function<void()>& prepare,
+    const std::function<RowOutcome(int row, std::string& skipReason)>& importRow,
+    StageCounters* counters, const std::function<void()>& eventPump) {
+  bool completed = false;
+  ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
+  auto pause = [dropDown](bool paused) {
+    if (dropDown == nullptr) return;
+    dropDown->setLoadingPaused(paused);
+    dropDown->setRefreshPaused(paused);
+  };
+  procedure(label("ImportData"), [&] {
+    pause(true);
+    prepare();
+    if (usablePracticeDatabase() == nullptr) return;
+    for (int row = kFirstDataRow; row < grid.rows(); ++row) {
+      if (!grid.isRowSelected(row)) continue;
+      importOneRow(counters, [&](std::string& skipReason) { return importRow(row, skipReason); });
+      if (eventPump) eventPump();
+    }
+    completed = true;
+  });
+  pause(false);
+  return completed;
 }
 
 }  // namespace lf

@@ -4,11 +4,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "text/column_mapping.hpp"
 #include "text/delimited_file_reader.hpp"
 #include "text/import_grid.hpp"
+#include "text/row_write_group.hpp"
 
 namespace lf {
 
@@ -41,6 +43,14 @@ class DelimitedTextImport {
 
  protected:
   std::string label(const char* procedureName) const;
+  // The loop of ImportData: the drop-down's loading and refreshing paused while it runs,
+  // `prepare` first (year and category), then each selected data row through `importRow` as
+  // one record of `counters`, the event pump after each. Answers whether the loop ran to its
+  // end; nothing runs when the practice database is not usable.
+  bool importSelectedRows(
+      const std::function<void()>& prepare,
+      const std::function<RowOutcome(int row, std::string& skipReason)>& importRow,
+      StageCounters* counters, const std::function<void()>& eventPump);
 
  private:
   std::string className_;

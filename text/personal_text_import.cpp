@@ -98,32 +98,14 @@ RowOutcome clsImportPersonalTextFile::importRow(int row, std::string& skipReason
 }
 
 void clsImportPersonalTextFile::ImportData(bool& succeeded) {
-  importSuccessful = false;
-  bool loadingPaused = true;
-  bool refreshPaused = true;
-  ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
-  procedure(label("ImportData"), [&] {
-    if (!isValidImportYear(importTaxYear) && moduleState().LocaleReference != nullptr)
-      importTaxYear = moduleState().LocaleReference->getCurrentPersonalYear();
-    if (dropDown != nullptr) {
-      dropDown->setLoadingPaused(loadingPaused);
-      dropDown->setRefreshPaused(refreshPaused);
-    }
-    setupCategoryParameters();
-    if (usablePracticeDatabase() == nullptr) return;
-    for (int row = kFirstDataRow; row < grid.rows(); ++row) {
-      if (!grid.isRowSelected(row)) continue;
-      importOneRow(counters, [&](std::string& skipReason) { return importRow(row, skipReason); });
-      if (eventPump) eventPump();
-    }
-    importSuccessful = true;
-  });
-  if (dropDown != nullptr) {
-    loadingPaused = false;
-    refreshPaused = false;
-    dropDown->setLoadingPaused(loadingPaused);
-    dropDown->setRefreshPaused(refreshPaused);
-  }
+  importSuccessful = importSelectedRows(
+      [this] {
+        if (!isValidImportYear(importTaxYear) && moduleState().LocaleReference != nullptr)
+          importTaxYear = moduleState().LocaleReference->getCurrentPersonalYear();
+        setupCategoryParameters();
+      },
+      [this](int row, std::string& skipReason) { return importRow(row, skipReason); }, counters,
+      eventPump);
   succeeded = importSuccessful;
 }
 

@@ -110,14 +110,14 @@ class TextImportTerminal {
     for (size_t i = 0; i < entries.size(); ++i) out_ << "  " << i << "  " << entries[i] << "\n";
   }
 
-  bool selectRows(const std::string& spec) {
+  bool selectRows(const std::string& choice) {
     ImportGrid& grid = w_.import().grid;
-    if (spec == "all" || spec == "none") {
-      grid.selectAllRows(spec == "all");
+    if (choice == "all" || choice == "none") {
+      grid.selectAllRows(choice == "all");
       return true;
     }
     grid.selectAllRows(false);
-    std::stringstream parts(spec);
+    std::stringstream parts(choice);
     std::string part;
     while (std::getline(parts, part, ',')) {
       const size_t dash = part.find('-');
