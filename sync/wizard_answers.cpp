@@ -170,7 +170,7 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
   return a;
 }
 
-WizardAnswers readWizardAnswers(const std::string& path) {
+std::string readAnswersFileText(const std::string& path) {
   if (std::filesystem::is_directory(path))
     throw Failure("the answers file '" + path + "' is a folder");
   std::ifstream in(path, std::ios::binary);
@@ -179,11 +179,11 @@ WizardAnswers readWizardAnswers(const std::string& path) {
   contents << in.rdbuf();
   std::string text = contents.str();
   makeCleanText(text);
-  try {
-    return parseWizardAnswers(text, std::filesystem::path(path).parent_path().string());
-  } catch (const Failure& refused) {
-    throw Failure("the answers file '" + path + "': " + refused.what());
-  }
+  return text;
+}
+
+WizardAnswers readWizardAnswers(const std::string& path) {
+  return readAnswersFile(path, parseWizardAnswers);
 }
 
 bool runSyncWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers) {

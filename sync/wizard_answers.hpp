@@ -20,6 +20,7 @@
 // such as the client's name; the others take the default.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -27,6 +28,7 @@
 #include <string>
 #include <vector>
 
+#include "base/failure.hpp"
 #include "host/terminal_message_box.hpp"
 
 namespace lf {
@@ -66,6 +68,19 @@ struct WizardAnswers {
 // the wrong form.
 WizardAnswers readWizardAnswers(const std::string& path);
 WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string& baseFolder);
+
+// The way every answers file is read: its text as outside text, given with the file's folder
+// to `parse`; a folder, an unreadable file and whatever `parse` refuses are named with the file.
+std::string readAnswersFileText(const std::string& path);
+template <class Parse>
+auto readAnswersFile(const std::string& path, Parse&& parse) {
+  const std::string text = readAnswersFileText(path);
+  try {
+    return parse(text, std::filesystem::path(path).parent_path().string());
+  } catch (const Failure& refused) {
+    throw Failure("the answers file '" + path + "': " + refused.what());
+  }
+}
 
 // Initializes the wizard and answers each step, pressing Next until the finish step and then
 // Finish. True when the wizard finished; false when a step refused to move on (its message

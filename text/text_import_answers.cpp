@@ -175,19 +175,7 @@ TextImportAnswers parseTextImportAnswers(const std::string& jsonText,
 }
 
 TextImportAnswers readTextImportAnswers(const std::string& path) {
-  if (std::filesystem::is_directory(path))
-    throw Failure("the answers file '" + path + "' is a folder");
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw Failure("cannot read the answers file '" + path + "'");
-  std::ostringstream contents;
-  contents << in.rdbuf();
-  std::string text = contents.str();
-  makeCleanText(text);
-  try {
-    return parseTextImportAnswers(text, std::filesystem::path(path).parent_path().string());
-  } catch (const Failure& refused) {
-    throw Failure("the answers file '" + path + "': " + refused.what());
-  }
+  return readAnswersFile(path, parseTextImportAnswers);
 }
 
 long findImportCategory(const std::string& idOrName) {
