@@ -182,20 +182,7 @@ void clsImportBusinessTextFile::importContact(int row, long company) {
   if (!person.hasName()) return;
   bool create = true;
   bool import = true;
-  long contact = -1;
-  ImportDuplicatesControl* duplicates = contactDuplicatesControl;
-  if (duplicates != nullptr && duplicates->checkingOn()) {
-    duplicates->clearSearch();
-    duplicates->setSIN(person.sin);
-    duplicates->setFirstName(person.firstName);
-    duplicates->setLastName(person.lastName);
-    duplicates->setName(person.fullName());
-    duplicates->setClientID(person.clientID);
-    duplicates->runSearch();
-    contact = duplicates->matchByFirstTest() > 0 ? duplicates->matchByFirstTest()
-                                                 : duplicates->matchBySecondTest();
-    if (contact >= 1) decideOnDuplicate(duplicates->getAction(), person.fullName(), create, import);
-  }
+  long contact = findDuplicatePerson(contactDuplicatesControl, person, create, import);
   if (create) {
     contact = addNewContact(person.newContactName(), -1, company);
     const std::string spouse = person.spouseNameForContact();
@@ -218,8 +205,9 @@ void clsImportBusinessTextFile::importContact(int row, long company) {
   saveContactPersonalTaxRTF(contact, -1, -1);
   saveContactBusinessRTF(contact, -1, company, false);
   addContactLink(contact, -1, company, -1, "", false);
-  if (duplicates != nullptr)
-    duplicates->addContact(contact, person.firstName, person.lastName, person.sin, person.clientID);
+  if (contactDuplicatesControl != nullptr)
+    contactDuplicatesControl->addContact(contact, person.firstName, person.lastName, person.sin,
+                                         person.clientID);
 }
 
 RowOutcome clsImportBusinessTextFile::importRow(int row, std::string& skipReason) {

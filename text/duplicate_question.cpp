@@ -7,6 +7,7 @@
 #include "host/import_duplicates_control.hpp"
 #include "host/locale_service.hpp"
 #include "host/message_box.hpp"
+#include "text/person_columns.hpp"
 
 namespace lf {
 
@@ -39,6 +40,22 @@ void decideOnDuplicate(int action, std::string_view name, bool& create, bool& im
     default:
       break;
   }
+}
+
+long findDuplicatePerson(ImportDuplicatesControl* duplicates, const PersonIdentity& person,
+                         bool& create, bool& import) {
+  if (duplicates == nullptr || !duplicates->checkingOn()) return -1;
+  duplicates->clearSearch();
+  duplicates->setSIN(person.sin);
+  duplicates->setFirstName(person.firstName);
+  duplicates->setLastName(person.lastName);
+  duplicates->setName(person.fullName());
+  duplicates->setClientID(person.clientID);
+  duplicates->runSearch();
+  const long contact = duplicates->matchByFirstTest() > 0 ? duplicates->matchByFirstTest()
+                                                          : duplicates->matchBySecondTest();
+  if (contact >= 1) decideOnDuplicate(duplicates->getAction(), person.fullName(), create, import);
+  return contact;
 }
 
 }  // namespace lf

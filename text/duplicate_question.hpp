@@ -12,4 +12,13 @@ namespace lf {
 // Sets create (make a new client) and import (write the row's values).
 void decideOnDuplicate(int action, std::string_view name, bool& create, bool& import);
 
+struct PersonIdentity;
+class ImportDuplicatesControl;
+
+// The contact a row's person already is, by the control's first test and then its second, and
+// what to do about it (decideOnDuplicate); -1 with create and import left true when checking
+// is off or nobody is found.
+long findDuplicatePerson(ImportDuplicatesControl* duplicates, const PersonIdentity& person,
+                         bool& create, bool& import);
+
 }  // namespace lf

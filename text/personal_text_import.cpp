@@ -33,20 +33,7 @@ RowOutcome clsImportPersonalTextFile::importRow(int row, std::string& skipReason
 
   bool create = true;
   bool import = true;
-  long contact = -1;
-  ImportDuplicatesControl* duplicates = contactDuplicatesControl;
-  if (duplicates != nullptr && duplicates->checkingOn()) {
-    duplicates->clearSearch();
-    duplicates->setSIN(person.sin);
-    duplicates->setFirstName(person.firstName);
-    duplicates->setLastName(person.lastName);
-    duplicates->setName(person.fullName());
-    duplicates->setClientID(person.clientID);
-    duplicates->runSearch();
-    contact = duplicates->matchByFirstTest() > 0 ? duplicates->matchByFirstTest()
-                                                 : duplicates->matchBySecondTest();
-    if (contact >= 1) decideOnDuplicate(duplicates->getAction(), person.fullName(), create, import);
-  }
+  long contact = findDuplicatePerson(contactDuplicatesControl, person, create, import);
 
   if (create) {
     contact = addNewContact(person.newContactName(), importCategory, -1);
@@ -92,8 +79,9 @@ RowOutcome clsImportPersonalTextFile::importRow(int row, std::string& skipReason
   contactRow.close();
 
   if (importCategory >= 0) addContactLink(contact, importCategory, -1, -1, "", false);
-  if (duplicates != nullptr)
-    duplicates->addContact(contact, person.firstName, person.lastName, person.sin, person.clientID);
+  if (contactDuplicatesControl != nullptr)
+    contactDuplicatesControl->addContact(contact, person.firstName, person.lastName, person.sin,
+                                         person.clientID);
   return create ? RowOutcome::Created : RowOutcome::Updated;
 }
 
