@@ -114,7 +114,7 @@ bool applyDateChoice(SyncWizard& wizard, int step, const WizardAnswers::DateChoi
 
 }  // namespace
 
-WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string& baseFolder) {
+nlohmann::json parseAnswersObject(const std::string& jsonText) {
   json j;
   try {
     j = json::parse(jsonText);
@@ -128,6 +128,11 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
     throw Failure("not valid JSON: " + what);
   }
   if (!j.is_object()) throw Failure("it must hold one JSON object");
+  return j;
+}
+
+WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string& baseFolder) {
+  json j = parseAnswersObject(jsonText);
 
   WizardAnswers a;
   if (j.contains("source")) {

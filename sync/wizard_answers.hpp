@@ -23,6 +23,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -72,6 +73,9 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
 // The way every answers file is read: its text as outside text, given with the file's folder
 // to `parse`; a folder, an unreadable file and whatever `parse` refuses are named with the file.
 std::string readAnswersFileText(const std::string& path);
+// The one JSON object an answers file holds; throws Failure "not valid JSON: ..." (without the
+// parser's own tag) or "it must hold one JSON object".
+nlohmann::json parseAnswersObject(const std::string& jsonText);
 template <class Parse>
 auto readAnswersFile(const std::string& path, Parse&& parse) {
   const std::string text = readAnswersFileText(path);

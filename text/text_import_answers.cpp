@@ -106,17 +106,7 @@ std::int32_t resolveField(const ColumnMapping& mapping, const std::string& field
 
 TextImportAnswers parseTextImportAnswers(const std::string& jsonText,
                                          const std::string& baseFolder) {
-  json j;
-  try {
-    j = json::parse(jsonText);
-  } catch (const json::exception& e) {
-    std::string what = e.what();
-    if (const auto tag = what.find("] ");
-        !what.empty() && what[0] == '[' && tag != std::string::npos)
-      what.erase(0, tag + 2);
-    throw Failure("not valid JSON: " + what);
-  }
-  if (!j.is_object()) throw Failure("it must hold one JSON object");
+  json j = parseAnswersObject(jsonText);
   TextImportAnswers a;
   if (const auto file = optionalText(j, "file", "a path")) {
     std::filesystem::path path = *file;
