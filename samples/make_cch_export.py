@@ -8,7 +8,8 @@ staff with billing rates and an administrator, bill codes, categories, work code
 chargeable ("C"), not chargeable ("N") and never billed ("B"), WIP entries of every billing
 status, invoices (AR) and deposits (CASH) that pay them fully, in part, over the amount, or
 are reversed. With --clients or --entries it generates that many clients and WIP, AR and CASH
-rows from --seed instead. Every name, number and address is made up.
+rows from --seed instead (--wip, --invoices and --deposits give one table a count of its
+own). Every name, number and address is made up.
 
 Tables and columns are the ones the sync reads. Dates are stored as text
 "YYYY-MM-DD HH:MM:SS".
@@ -243,7 +244,7 @@ TRADES = ["Joinery", "Bakery", "Marine", "Dental", "Orchards", "Freight", "Print
 FORMS = [" Ltd", " Inc", " LLP", " Partners", ""]
 
 
-def write_generated(db, rng, clients, entries):
+def write_generated(db, rng, clients, wip_rows, ar_rows, cash_rows):
     write_reference_data(db)
     keys = []
     rows = []
@@ -261,7 +262,7 @@ def write_generated(db, rng, clients, entries):
     if not keys:
         return
     wip, ar, cash = [], [], []
-    for n in range(entries):
+    for n in range(max(wip_rows, ar_rows, cash_rows)):
         client_id, engagement = rng.choice(keys)
         day = stamp(2025 + rng.randrange(2), rng.randrange(1, 13), rng.randrange(1, 29))
         hours = rng.choice([0.25, 0.5, 1.0, 1.5, 2.0])
@@ -277,9 +278,9 @@ def write_generated(db, rng, clients, entries):
                         ClientID=client_id, Engagement=engagement, DateReceived=day,
                         DatePosted=day, DateApplied=day, Reversed=rng.choice("NNNR"),
                         OriginalAmount="%.2f" % (amount * rng.choice([0.5, 1.13, 1.2]))))
-    insert(db, "WIP", WIP_COLUMNS, wip)
-    insert(db, "AR", AR_COLUMNS, ar)
-    insert(db, "CASH", CASH_COLUMNS, cash)
+    insert(db, "WIP", WIP_COLUMNS, wip[:wip_rows])
+    insert(db, "AR", AR_COLUMNS, ar[:ar_rows])
+    insert(db, "CASH", CASH_COLUMNS, cash[:cash_rows])
 
 
 def main(argv):
@@ -287,10 +288,14 @@ def main(argv):
     parser.add_argument("output", help="path of the SQLite file to write (replaced if present)")
     parser.add_argument("--clients", type=int, help="number of generated clients")
     parser.add_argument("--entries", type=int, help="number of generated WIP, AR and CASH rows")
+    parser.add_argument("--wip", type=int, help="number of generated WIP rows (else --entries)")
+    parser.add_argument("--invoices", type=int, help="number of generated AR rows (else --entries)")
+    parser.add_argument("--deposits", type=int,
+                        help="number of generated CASH rows (else --entries)")
     parser.add_argument("--seed", type=int, default=1, help="seed of the generated data")
     args = parser.parse_args(argv)
 
-    sizes = [args.clients, args.entries]
+    sizes = [args.clients, args.entries, args.wip, args.invoices, args.deposits]
     if any(s is not None and s < 0 for s in sizes):
         parser.error("sizes must not be negative")
 
@@ -303,7 +308,10 @@ def main(argv):
             if all(s is None for s in sizes):
                 write_fixed(db)
             else:
-                write_generated(db, random.Random(args.seed), *(s or 0 for s in sizes))
+                entries = args.entries or 0
+                counts = [entries if n is None else n
+                          for n in (args.wip, args.invoices, args.deposits)]
+                write_generated(db, random.Random(args.seed), args.clients or 0, *counts)
     finally:
         db.close()
     return 0

@@ -24,7 +24,7 @@ clsImportCCHPracticeInfo::~clsImportCCHPracticeInfo() {
 }
 
 void clsImportCCHPracticeInfo::openCCHPracticeImportForm() {
-  procedure(label("openCCHPracticeImportForm"), [&] {
+  procedure(formLabel("openCCHPracticeImportForm"), [&] {
     if (runWizard) runWizard(*this);
   });
 }

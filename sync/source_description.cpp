@@ -27,7 +27,12 @@ std::string ClientKeyShape::join(const std::vector<std::string>& parts) {
 }
 
 std::string SourceDescription::label(std::string_view className, std::string_view procedureName) {
-  return "Ledgerfolio.exe-" + std::string(className) + "-" + std::string(procedureName);
+  return label("Ledgerfolio.exe", className, procedureName);
+}
+
+std::string SourceDescription::label(std::string_view file, std::string_view className,
+                                     std::string_view procedureName) {
+  return std::string(file) + "-" + std::string(className) + "-" + std::string(procedureName);
 }
 
 }  // namespace lf

@@ -51,9 +51,16 @@ struct SourceDescription {
   std::string treeNameColumn;
   std::string treeInactiveColumn;
 
+  // The program file word that starts the labels of the run's progress handler, of the
+  // operation that opens the wizard and of the wizard's own procedures.
+  std::string formFile = "Ledgerfolio.exe";
+
   const std::string& engineClass() const { return crossReferences->engineClass; }
   // "Ledgerfolio.exe-" + class + "-" + procedure: the label of an operation of the source.
   static std::string label(std::string_view className, std::string_view procedureName);
+  // file + "-" + class + "-" + procedure.
+  static std::string label(std::string_view file, std::string_view className,
+                           std::string_view procedureName);
 };
 
 }  // namespace lf

@@ -69,7 +69,11 @@ long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColum
 }
 
 void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes) {
-  const float withTaxes = subtotal + taxes;
+  writeInvoiceAmounts(db, rs, subtotal, taxes, subtotal + taxes);
+}
+
+void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes,
+                         float withTaxes) {
   db.setField(rs, "UseAdjustedAmount", "True");
   for (const char* amounts : {"InvoiceAdjustedAmount", "InvoiceFinalAmount"}) {
     const std::string a(amounts);

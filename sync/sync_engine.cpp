@@ -115,6 +115,10 @@ std::string SyncEngine::label(std::string_view procedureName) const {
   return SourceDescription::label(description_.engineClass(), procedureName);
 }
 
+std::string SyncEngine::formLabel(std::string_view procedureName) const {
+  return SourceDescription::label(description_.formFile, description_.engineClass(), procedureName);
+}
+
 // --- Services ------------------------------------------------------------------------------
 
 void SyncEngine::onErrorClass(ErrorService* errorClass) {
@@ -240,7 +244,7 @@ bool SyncEngine::importInformation() {
 }
 
 void SyncEngine::importFromProgress_StartProgress() {
-  procedure(label("importFrom" + description_.word + "Progress_StartProgress"), [&] {
+  procedure(formLabel("importFrom" + description_.word + "Progress_StartProgress"), [&] {
     ClientDropDownService* dropDown = moduleState().clientDropDownCtrlReference;
     bool paused = true;
     if (dropDown != nullptr) {
@@ -302,8 +306,9 @@ void SyncEngine::runRows(const SyncStage& stage, StageCounters& counters, long& 
   DatabaseService& source = *source_;
   auto record = [&](std::int32_t handle, const std::string* givenKey) {
     syncRecord(counters, [&] {
-      const std::string key =
-          givenKey != nullptr ? *givenKey : rowKey(source, handle, stage.keyColumns);
+      const std::string key = givenKey != nullptr ? *givenKey
+                              : stage.keyOfRow    ? stage.keyOfRow(source, handle)
+                                                  : rowKey(source, handle, stage.keyColumns);
       const KeyResult result = syncKey(stage, SourceRow{source, handle, key});
       if (result.saved) ++reachedCreator;
       return result.outcome;

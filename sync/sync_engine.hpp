@@ -229,6 +229,9 @@ class SyncEngine : public ImportServices {
 
   // The source's label of one of its operations.
   std::string label(std::string_view procedureName) const;
+  // The label of the progress handler and of the operation that opens the wizard, which start
+  // with the description's formFile.
+  std::string formLabel(std::string_view procedureName) const;
 
   // The stage hook of a creator that takes the key and the known ID.
   template <class Engine>

@@ -59,6 +59,9 @@ struct SyncStage {
   KeyList* keys = nullptr;
   // The key of a driving row; two or more columns are joined by "," (the client-ID record).
   std::vector<std::string> keyColumns{};
+  // Set where no column keys a row (a prepared table of plain rows): the key made from the
+  // driving row in hand, in the place of keyColumns.
+  std::function<std::string(DatabaseService& source, std::int32_t rows)> keyOfRow{};
 
   CrossReferenceKind crossReference = CrossReferenceKind::Docket;
   // Set for client stages: the look-up goes through client matching.

@@ -45,7 +45,7 @@ SyncWizard::SyncWizard(SyncOptions& engine, SyncWizardHooks hooks,
 }
 
 std::string SyncWizard::label(std::string_view procedureName) const {
-  return SourceDescription::label(description_.wizardForm, procedureName);
+  return SourceDescription::label(description_.formFile, description_.wizardForm, procedureName);
 }
 
 void SyncWizard::Initialize() {

@@ -43,6 +43,7 @@ const SourceDescription& cchPracticeSourceDescription() {
     d.treeRootText = "CCH Practice Contacts";
     d.treeClientsStatement = "SELECT Client.ClientID, Client.Engagement, Client.Name1 FROM Client;";
     d.treeNameColumn = "Name1";
+    d.formFile = "nvImportlf.dll";
     return d;
   }();
   return description;

@@ -288,6 +288,35 @@ TEST_F(CCHPracticeSyncTest, TimeEntriesRunBeforeInvoices) {
   EXPECT_LT(wip, invoice);
 }
 
+TEST_F(CCHPracticeSyncTest, ProgressAndFormProceduresAreLabelledWithTheComponentFile) {
+  std::vector<std::string> captions;
+  moduleState().makeProgressDialog = [&]() -> std::unique_ptr<ProgressDialog> {
+    return std::make_unique<CaptionProgress>(captions);
+  };
+  auto engine = makeEngine();
+  engine->setShowProgress(true);
+  engine->setSyncObjects(false, true, false, false);
+  engine->openCCHPracticeImportForm();
+  engine->importCCHPracticeInformation();
+  CCHPracticeImportOptions options;
+  SyncWizardHooks hooks;
+  hooks.categories = [] { return std::vector<WizardCategory>{}; };
+  frmCCHPracticeWizard wizard(options, hooks);
+  wizard.Initialize();
+
+  auto entered = [&](const std::string& label) {
+    return std::count(errors.entered.begin(), errors.entered.end(), label);
+  };
+  EXPECT_EQ(entered("nvImportlf.dll-clsImportCCHPracticeInfo-openCCHPracticeImportForm"), 1);
+  EXPECT_EQ(
+      entered(
+          "nvImportlf.dll-clsImportCCHPracticeInfo-importFromCCHPracticeProgress_StartProgress"),
+      1);
+  EXPECT_EQ(entered("nvImportlf.dll-frmCCHPracticeWizard-Form_Load"), 1);
+  // The engine's other operations keep the program's own file.
+  EXPECT_EQ(entered("Ledgerfolio.exe-clsImportCCHPracticeInfo-importCCHPracticeWIPEntries"), 1);
+}
+
 TEST_F(CCHPracticeSyncTest, WorkCodesInThreePassesChargeableChoosesTheTable) {
   exportFile.exec(
       "INSERT INTO BillCode VALUES ('B1', 'Bookkeeping', 'Books for the period', '250');"
