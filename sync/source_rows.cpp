@@ -72,8 +72,8 @@ void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, f
   writeInvoiceAmounts(db, rs, subtotal, taxes, subtotal + taxes);
 }
 
-void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes,
-                         float withTaxes) {
+void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, double subtotal, double taxes,
+                         double withTaxes) {
   db.setField(rs, "UseAdjustedAmount", "True");
   for (const char* amounts : {"InvoiceAdjustedAmount", "InvoiceFinalAmount"}) {
     const std::string a(amounts);

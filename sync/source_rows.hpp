@@ -46,8 +46,8 @@ long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColum
 // take the subtotal, the taxes and their sum, and the adjusted amount is the one used.
 void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes);
 // The same with the total given apart (a prepared table states it; it is not recomputed).
-void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes,
-                         float withTaxes);
+void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, double subtotal, double taxes,
+                         double withTaxes);
 
 // Writes the note of a company (as RTF) when it holds anything.
 void writeCompanyNote(DatabaseService& db, std::int32_t companiesNotes, long companyID,

@@ -10,6 +10,10 @@
 namespace lf {
 
 float parseSourceMoney(std::string_view text) {
+  return static_cast<float>(parseMoneyText(text));
+}
+
+double parseMoneyText(std::string_view text) {
   std::string value = replaceAll(std::string(text), "$", "");
   bool negative = false;
   if (value.find('(') != std::string::npos) {
@@ -18,9 +22,8 @@ float parseSourceMoney(std::string_view text) {
   }
   double number = 0;
   if (!GeneralUtilities::isNumeric(value) || !GeneralUtilities::parseNumber(value, number))
-    return 0.0F;
-  auto single = static_cast<float>(number);
-  return negative ? -single : single;
+    return 0.0;
+  return negative ? -number : number;
 }
 
 std::string composeTelephone(std::string_view area, std::string_view number,

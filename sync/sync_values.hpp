@@ -14,6 +14,9 @@ class DatabaseService;
 // Money from the source: "$" removed; parentheses mean negative; a text that is then no
 // number gives 0. "($12.50)" gives -12.5. Kept in single precision, as the source's.
 float parseSourceMoney(std::string_view text);
+// The same rules in double precision, for the amounts of a prepared table, which no source's
+// single precision applies to.
+double parseMoneyText(std::string_view text);
 
 // A telephone from area code, number and extension. The number must be there; area, number
 // and extension are formatted together, number and extension alone become

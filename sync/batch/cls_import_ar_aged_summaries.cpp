@@ -51,7 +51,7 @@ clsImportARAgedSummaries::clsImportARAgedSummaries()
     stage.stepsProgress = i == 0;
     stage.rowFilter = [&bucket](const SourceRow& row) -> std::optional<std::string> {
       const std::string value = row.text(bucket.column);
-      if (value.empty() || parseSourceMoney(value) == 0.0f)
+      if (value.empty() || parseMoneyText(value) == 0.0)
         return std::string("no balance in ") + bucket.column;
       return std::nullopt;
     };
@@ -68,7 +68,7 @@ std::vector<SyncEngine::StageGroup> clsImportARAgedSummaries::runOrder() {
 long clsImportARAgedSummaries::createNewImportARSummaryAsInvoiceInLedgerfolio(
     const AgedBucket& bucket, long invoiceID) {
   return createFromImportRow(__func__, -1, [&](DatabaseService& db) -> long {
-    const float value = parseSourceMoney(field(bucket.column));
+    const double value = parseMoneyText(field(bucket.column));
     long company = -1, contact = -1;
     if (!clientOfImportRow(company, contact)) return -1;
     const long invoice =

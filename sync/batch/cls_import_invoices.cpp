@@ -45,8 +45,8 @@ long clsImportInvoices::createNewImportInvoiceAsInvoiceInLedgerfolio(
       db.setField(rsInvoices, "InvoiceDate", due->toIso());
       db.setField(rsInvoices, "InvoiceDueDate", due->toIso());
     }
-    writeInvoiceAmounts(db, rsInvoices, parseSourceMoney(field("Amount")),
-                        parseSourceMoney(field("Taxes")), parseSourceMoney(field("Total")));
+    writeInvoiceAmounts(db, rsInvoices, parseMoneyText(field("Amount")),
+                        parseMoneyText(field("Taxes")), parseMoneyText(field("Total")));
     return invoice;
   });
 }

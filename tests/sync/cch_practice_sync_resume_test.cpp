@@ -43,9 +43,11 @@ TEST_F(CCHPracticeSyncResumeTest, KilledRunsResumedGiveTheDatabaseOfOneUninterru
   ASSERT_FALSE(expected.at("Invoices").empty());
 
   // Kill points inside staff, business clients (with their contacts), personal clients, bill
-  // codes, work codes, WIP entries, invoices and deposits of the sample; the second case is
+  // codes, categories, work codes, WIP entries, invoices and deposits of the sample (records
+  // 25 to 27 are WIP rows left out by their status, which reach no write); the second case is
   // killed twice before it completes.
-  const std::vector<std::vector<long>> cases = {{2}, {5, 7}, {9}, {11}, {18}, {23}, {30}, {35}};
+  const std::vector<std::vector<long>> cases = {{2},  {5, 7}, {9},  {11}, {14},
+                                                {18}, {23},   {30}, {35}};
   for (const std::vector<long>& kills : cases) {
     const std::string practice =
         files->newPractice("killed_" + std::to_string(kills.front()) + ".db");
