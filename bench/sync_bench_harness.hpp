@@ -58,7 +58,7 @@ inline void runSyncBenchmark(
     benchmark::State& state, const std::string& name, const std::string& generator,
     const std::function<void(const std::string& exportPath, const SyncBenchHost& host)>& sync) {
   namespace fs = std::filesystem;
-  const fs::path repository = fs::path(__FILE__).parent_path().parent_path();
+  const fs::path repository = LF_SOURCE_DIR;
   const fs::path folder = fs::temp_directory_path() / ("lf_" + name + "_bench");
   fs::remove_all(folder);
   fs::create_directories(folder);

@@ -480,7 +480,10 @@ Schema buildPracticeSchema() {
       .longs({"DepositIDNum", "InvoiceIDNum", "CompanyIDNum", "ContactIDNum", "FirmIDNum"})
       .money({"TotalAmount", "Amount"})
       .dates({"DateCreated", "DateDeposited", "DateReceived"})
-      .texts({"Subject", "Notes", "ChequeNumber"});
+      .texts({"Subject", "Notes", "ChequeNumber"})
+      // The payments of one deposit (a sync rewrites them) and of one invoice (settling it).
+      .index({"DepositIDNum"})
+      .index({"InvoiceIDNum"});
 
   s.table("UserBillingRates")
       .key("UserBillingRateID")
