@@ -1,5 +1,5 @@
 // Tests of the open invoice import: the invoice of an AR row, its dates and amounts, the
-// business-client question answered both ways, and re-runs.
+// business-client question answered both ways. Re-runs: tests/cli/cmd_import_batch_test.cpp.
 #include "sync/batch/cls_import_invoices.hpp"
 
 #include "tests/sync/batch/prepared_import_fixture.hpp"
@@ -97,22 +97,6 @@ TEST_F(ImportInvoicesTest, BusinessClientQuestionAnsweredYesMakesACompanyAndNoAC
   EXPECT_EQ(count("SELECT * FROM Invoices;"), 2);
   EXPECT_EQ(counters.at("invoices").skipReasons.at("client P400 is not known and has no name"), 1);
   EXPECT_EQ(counters.at("invoices").skipReasons.at("no client"), 1);
-}
-
-TEST_F(ImportInvoicesTest, ARerunWithOnlyNewEntriesCreatesNothing) {
-  prepared.exec(
-      "INSERT INTO AR (ClientID, ClientName, InvoiceID, Amount, Total) VALUES"
-      " ('P100', 'Harbourline Marine Ltd', 'INV-1', '5', '5'),"
-      " ('P200', 'Tamsin Okonedo', 'INV-2', '6', '6');");
-  run<clsImportInvoices>();
-  const long invoices = count("SELECT * FROM Invoices;");
-  const long xrefs = count("SELECT * FROM CCHPracticeInvoiceEntries;");
-  ASSERT_EQ(invoices, 2);
-  run<clsImportInvoices>();
-  EXPECT_EQ(count("SELECT * FROM Invoices;"), invoices);
-  EXPECT_EQ(count("SELECT * FROM CCHPracticeInvoiceEntries;"), xrefs);
-  EXPECT_EQ(counters.at("invoices").skipped, 2);
-  EXPECT_EQ(messages.asked.size(), 2u);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Tests of the WIP import: a docket a row with its staff member, date, hours and description,
-// rows left out with their reasons, and re-runs.
+// rows left out with their reasons. Re-runs: tests/cli/cmd_import_batch_test.cpp.
 #include "sync/batch/cls_import_wip.hpp"
 
 #include "tests/sync/batch/prepared_import_fixture.hpp"
@@ -56,23 +56,6 @@ TEST_F(ImportWIPTest, DocketTakesDateHoursDescriptionAndAStaffMemberMadeOnFirstU
   EXPECT_EQ(wip.created, 3);
   EXPECT_EQ(wip.skipReasons.at("no employee code"), 1);
   EXPECT_EQ(wip.skipReasons.at("client P400 is not known and has no name"), 1);
-}
-
-TEST_F(ImportWIPTest, ARerunWithOnlyNewEntriesCreatesNothing) {
-  run<clsImportWIP>();
-  const long dockets = count("SELECT * FROM Dockets;");
-  const long staff = count("SELECT * FROM AccountantEmployeeInfo;");
-  const size_t questions = messages.asked.size();
-  run<clsImportWIP>();
-  EXPECT_EQ(count("SELECT * FROM Dockets;"), dockets);
-  EXPECT_EQ(count("SELECT * FROM AccountantEmployeeInfo;"), staff);
-  EXPECT_EQ(messages.asked.size(), questions);
-  EXPECT_EQ(counters.at("time entries").created, 0);
-}
-
-TEST(ImportWIPDescription, PresentPartsJoinedByCommaAndBlank) {
-  EXPECT_EQ(importWIPDescriptionText("Audit", "", "Fieldwork"), "Audit, Fieldwork");
-  EXPECT_EQ(importWIPDescriptionText("", " ", ""), "");
 }
 
 }  // namespace
