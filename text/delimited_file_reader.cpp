@@ -2,6 +2,9 @@
 #include "text/delimited_file_reader.hpp"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -33,8 +36,30 @@ std::string_view singleCharacter(std::string_view text) {
 }
 
 bool startsAt(std::string_view line, size_t i, std::string_view what) {
+  if (what.size() == 1) return i < line.size() && line[i] == what[0];
   return !what.empty() && line.size() - i >= what.size() &&
          std::memcmp(line.data() + i, what.data(), what.size()) == 0;
+}
+
+// How many times each of three bytes occurs in the text, eight bytes at a time.
+std::array<long, 3> countBytes(std::string_view text, std::array<char, 3> bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+  constexpr std::uint64_t kLows = 0x7F7F7F7F7F7F7F7FULL;
+  std::array<long, 3> counts{};
+  size_t i = 0;
+  for (; text.size() - i >= 8; i += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + i, 8);
+    for (size_t k = 0; k < 3; ++k) {
+      // A byte of x is zero where the word holds bytes[k]; its high bit is set in `zero`.
+      const std::uint64_t x = word ^ (kOnes * static_cast<unsigned char>(bytes[k]));
+      const std::uint64_t zero = ~(((x & kLows) + kLows) | x | kLows);
+      counts[k] += std::popcount(zero);
+    }
+  }
+  for (; i < text.size(); ++i)
+    for (size_t k = 0; k < 3; ++k) counts[k] += text[i] == bytes[k];
+  return counts;
 }
 
 // Position of the next delimiter from i, or the line's end.
@@ -119,8 +144,8 @@ std::string DelimitedFileReader::readFileText(const std::string& path) {
 }
 
 std::string DelimitedFileReader::tooLargeMessage(const std::string& path) {
-  return "the client file " + path + " is larger than " +
-         std::to_string(kMaxFileBytes >> 20) + " MB, the most a client file may hold";
+  return "the client file " + path + " is larger than " + std::to_string(kMaxFileBytes >> 20) +
+         " MB, the most a client file may hold";
 }
 
 const std::string& DelimitedFileReader::fileText() {
@@ -153,9 +178,7 @@ void DelimitedFileReader::determineDelimiter(std::string& foundDelimiter) {
     releaseText();  // the guess starts a reading of the file: it reads it afresh
     const std::string& text = fileText();
     // Line ends hold none of the three, so counting the whole text counts every line.
-    const auto commas = std::count(text.begin(), text.end(), ',');
-    const auto tabs = std::count(text.begin(), text.end(), '\t');
-    const auto semicolons = std::count(text.begin(), text.end(), ';');
+    const auto [commas, tabs, semicolons] = countBytes(text, {',', '\t', ';'});
     if (commas > tabs && commas > semicolons)
       strDelimiter = ",";
     else if (tabs > commas && tabs > semicolons)
@@ -229,8 +252,9 @@ void DelimitedFileReader::populateData(long& columnCount) {
     auto store = [&](std::string_view value) {
       const bool captionLine = firstRowFieldNames && lines == 0;
       const long row = captionLine ? kCaptionRow : firstRowFieldNames ? lines + 1 : lines + 2;
-      grid->setTextMatrix(static_cast<int>(row), static_cast<int>(column),
-                          checkRemoveCaps ? GeneralUtilities::mixedCase(value) : std::string(value));
+      grid->setTextMatrix(
+          static_cast<int>(row), static_cast<int>(column),
+          checkRemoveCaps ? GeneralUtilities::mixedCase(value) : std::string(value));
     };
 
     forEachLine(text, [&](std::string_view line) {

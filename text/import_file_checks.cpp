@@ -43,8 +43,7 @@ void checkImportFile(const std::string& path) {
     if (!isBinaryByte(start[i])) continue;
     char what[64];
     std::snprintf(what, sizeof what, " (byte 0x%02X at offset %zu)", start[i], i);
-    throw Failure("the client file " + path + " holds binary data" + what +
-                  ", not delimited text");
+    throw Failure("the client file " + path + " holds binary data" + what + ", not delimited text");
   }
 }
 

@@ -13,8 +13,8 @@ namespace {
 class RowWriteGroupsTest : public testing::PracticeDatabaseTest {
  protected:
   void addCategory(int n) {
-    db->executeStatement("INSERT INTO Categories (CategoryName) VALUES ('Row " +
-                         std::to_string(n) + "')");
+    db->executeStatement("INSERT INTO Categories (CategoryName) VALUES ('Row " + std::to_string(n) +
+                         "')");
   }
   long rowsStored() { return count("SELECT * FROM Categories WHERE CategoryName Like 'Row *'"); }
 
@@ -49,12 +49,14 @@ TEST_F(RowWriteGroupsTest, EveryRowIsStoredAndCountedOverSeveralCommits) {
 TEST_F(RowWriteGroupsTest, AFailedRowFailsAloneAndItsGroupIsKept) {
   {
     RowWriteGroups groups("Ledgerfolio.exe-test-commitRows", &counters);
-    for (int n = 1; n <= 3; ++n)
-      groups.importRow([&](std::string&) {
-        addCategory(n);
-        if (n == 2) throw Failure("no phone for row 2");
-        return RowOutcome::Created;
-      });
+    procedure("Ledgerfolio.exe-test-ImportData", [&] {
+      for (int n = 1; n <= 3; ++n)
+        groups.importRow([&](std::string&) {
+          addCategory(n);
+          if (n == 2) throw Failure("no phone for row 2");
+          return RowOutcome::Created;
+        });
+    });
   }  // the rows still held are committed on the way out
   EXPECT_EQ(counters.read, 3);
   EXPECT_EQ(counters.created, 2);

@@ -164,9 +164,9 @@ TEST_F(TextImportWizardTest, ImportShowsRowIOfNOfTheSelectedRows) {
   wizard.cboYear = "2024";
   wizard.cmdFinish_Click();
   ASSERT_TRUE(wizard.imported()) << lastMessage();
-  EXPECT_EQ(captions, (std::vector<std::string>{
-                          "Importing information (0/0)", "Importing row 1 of 3 (1/3)",
-                          "Importing row 2 of 3 (2/3)", "Importing row 3 of 3 (3/3)"}));
+  EXPECT_EQ(captions,
+            (std::vector<std::string>{"Importing information (0/0)", "Importing row 1 of 3 (1/3)",
+                                      "Importing row 2 of 3 (2/3)", "Importing row 3 of 3 (3/3)"}));
   EXPECT_EQ(count("SELECT * FROM Contacts"), 3);
 }
 
