@@ -237,9 +237,11 @@ void BM_BusinessImport(benchmark::State& state) {
   runImport<lf::clsImportBusinessTextFile>(state, false);
 }
 
-BENCHMARK(BM_ReadClientFile)->Iterations(3)->Unit(benchmark::kMillisecond);
+// The imports run first, smaller file first: peak memory only grows, so each import's figure is
+// its own and not the 100 MB read's.
 BENCHMARK(BM_BusinessImport)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
 BENCHMARK(BM_PersonalImport)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+BENCHMARK(BM_ReadClientFile)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

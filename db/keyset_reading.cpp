@@ -165,9 +165,14 @@ std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
 
 namespace {
 
+bool isDigitByte(char c) {
+  return c >= '0' && c <= '9';
+}
+
 bool isWordByte(char c) {
   const auto u = static_cast<unsigned char>(c);
-  return std::isalnum(u) || c == '_' || c == '$' || u >= 0x80;
+  return isDigitByte(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+         c == '$' || u >= 0x80;
 }
 
 bool isTrueOrFalse(std::string_view word) {
@@ -193,10 +198,10 @@ bool maskNumbers(std::string_view sql, std::string& masked,
     const char c = sql[i];
     if (std::string_view("'\"`[#-/?:@\x01").find(c) != std::string_view::npos || c == '\0')
       return false;
-    if (std::isdigit(static_cast<unsigned char>(c))) {
+    if (isDigitByte(c)) {
       if (i > 0 && sql[i - 1] == '.') return false;
       size_t j = i;
-      while (j < sql.size() && std::isdigit(static_cast<unsigned char>(sql[j]))) ++j;
+      while (j < sql.size() && isDigitByte(sql[j])) ++j;
       if (j < sql.size() && (isWordByte(sql[j]) || sql[j] == '.')) return false;
       numbers.push_back({std::string(sql.substr(i, j - i)), true});
       masked += '\x01';
