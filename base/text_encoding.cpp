@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace lf {
 namespace {
@@ -59,6 +60,15 @@ void appendUtf8(std::string& out, char32_t c) {
 bool isCleanText(std::string_view bytes) {
   std::size_t i = 0;
   while (i < bytes.size()) {
+    // Eight bytes at a time while they are ASCII without NUL, the bulk of most text.
+    constexpr std::uint64_t kOnes = 0x0101010101010101ULL, kHighs = 0x8080808080808080ULL;
+    while (bytes.size() - i >= 8) {
+      std::uint64_t word;
+      std::memcpy(&word, bytes.data() + i, 8);
+      if (((word | ((word - kOnes) & ~word)) & kHighs) != 0) break;
+      i += 8;
+    }
+    if (i >= bytes.size()) break;
     const unsigned char c = static_cast<unsigned char>(bytes[i]);
     if (c >= 0x01 && c < 0x80) {
       ++i;

@@ -63,6 +63,7 @@ void Database::executeStatement(std::string_view accessSql) {
   impl_->readBackLayouts.clear();
   impl_->shapes.clear();
   impl_->shapeOrder.clear();
+  impl_->numberedShapes.clear();
 }
 
 bool Database::hasTable(std::string_view table) {

@@ -86,6 +86,7 @@ void Database::Impl::disconnect() {
   recordsets.clear();
   shapes.clear();
   shapeOrder.clear();
+  numberedShapes.clear();
   statements.clear();
   tables.clear();
   readBackLayouts.clear();

@@ -108,6 +108,11 @@ struct Database::Impl {
   std::unordered_map<std::string,
                      std::pair<std::shared_ptr<const Shape>, std::list<std::string>::iterator>>
       shapes;
+  // Statements that differ from one opened before only in their plain numbers ("... WHERE
+  // ContactID = 12"), by their text with each number masked: the parameterized text their
+  // shape is kept under, so that they are not translated again (keyset_reading.cpp).
+  static constexpr size_t kNumberedShapesSize = 256;
+  std::unordered_map<std::string, std::string> numberedShapes;
   std::unordered_map<std::string, std::int64_t> lastReserved;
   int groupDepth = 0;
   // The largest key of each table as last read or written here, valid while the backend's

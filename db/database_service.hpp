@@ -137,7 +137,7 @@ class DatabaseService {
   virtual bool deleteRecord(std::int32_t handle) = 0;
 
   // Grouping of writes: the rows written between begin and end are committed together
-  // (WRITE GROUPS above). A group never spans more than one source record.
+  // (WRITE GROUPS above). A group holds whole source records, never part of one.
   virtual void beginWriteGroup() = 0;
   virtual void endWriteGroup() = 0;
 };

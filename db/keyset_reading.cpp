@@ -1,5 +1,6 @@
 // The recordsets of the database service: statement shapes (translated, prepared, their
 // columns and origins), keysets fixed at open, and the rows read into the row cache.
+#include <cctype>
 #include <cmath>
 #include <unordered_set>
 
@@ -162,12 +163,99 @@ std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
   return shape;
 }
 
+namespace {
+
+bool isDigitByte(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool isWordByte(char c) {
+  const auto u = static_cast<unsigned char>(c);
+  return isDigitByte(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+         c == '$' || u >= 0x80;
+}
+
+bool isTrueOrFalse(std::string_view word) {
+  auto same = [&](std::string_view upper) {
+    if (word.size() != upper.size()) return false;
+    for (size_t i = 0; i < word.size(); ++i)
+      if (std::toupper(static_cast<unsigned char>(word[i])) != upper[i]) return false;
+    return true;
+  };
+  return same("TRUE") || same("FALSE");
+}
+
+// The statement with each plain number (digits standing alone) masked, and the numbers in
+// order. False for a statement with any other literal or anything whose translation might
+// depend on a number's value: quotes, brackets, dates, comments, signs, parameter marks,
+// True/False, a number with a point, an exponent or hex digits.
+bool maskNumbers(std::string_view sql, std::string& masked,
+                 std::vector<TranslatedSql::Parameter>& numbers) {
+  masked.clear();
+  numbers.clear();
+  masked.reserve(sql.size());
+  for (size_t i = 0; i < sql.size();) {
+    const char c = sql[i];
+    if (std::string_view("'\"`[#-/?:@\x01").find(c) != std::string_view::npos || c == '\0')
+      return false;
+    if (isDigitByte(c)) {
+      if (i > 0 && sql[i - 1] == '.') return false;
+      size_t j = i;
+      while (j < sql.size() && isDigitByte(sql[j])) ++j;
+      if (j < sql.size() && (isWordByte(sql[j]) || sql[j] == '.')) return false;
+      numbers.push_back({std::string(sql.substr(i, j - i)), true});
+      masked += '\x01';
+      i = j;
+    } else if (isWordByte(c)) {
+      size_t j = i;
+      while (j < sql.size() && isWordByte(sql[j])) ++j;
+      if (isTrueOrFalse(sql.substr(i, j - i))) return false;
+      masked.append(sql.substr(i, j - i));
+      i = j;
+    } else {
+      masked += c;
+      ++i;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
 std::int32_t Database::Impl::open(std::string_view accessSql, int lockType) {
   requireOpen();
-  TranslatedSql translated = translate(accessSql, true);
-  auto r =
-      std::make_unique<Recordset>(shapeOf(accessSql, translated), std::string(accessSql), lockType);
-  if (r->shape->parameterized) r->parameters = std::move(translated.parameters);
+  // A statement that differs from one opened before only in its numbers takes that one's
+  // shape, its numbers as the parameters, without being translated again.
+  std::string masked;
+  std::vector<TranslatedSql::Parameter> numbers;
+  const bool maskable = maskNumbers(accessSql, masked, numbers);
+  std::shared_ptr<const Shape> shape;
+  std::vector<TranslatedSql::Parameter> parameters;
+  if (maskable) {
+    const auto known = numberedShapes.find(masked);
+    const auto found = known == numberedShapes.end() ? shapes.end() : shapes.find(known->second);
+    if (found != shapes.end()) {
+      shapeOrder.splice(shapeOrder.begin(), shapeOrder, found->second.second);
+      shape = found->second.first;
+      parameters = std::move(numbers);
+    }
+  }
+  if (!shape) {
+    TranslatedSql translated = translate(accessSql, true);
+    shape = shapeOf(accessSql, translated);
+    // Kept for the statements to come only when the translation made exactly these numbers
+    // its parameters.
+    bool same = maskable && translated.parameters.size() == numbers.size();
+    for (size_t i = 0; same && i < numbers.size(); ++i)
+      same = translated.parameters[i].number && translated.parameters[i].text == numbers[i].text;
+    if (same) {
+      if (numberedShapes.size() >= kNumberedShapesSize) numberedShapes.clear();
+      numberedShapes[masked] = translated.parameterizedSql;
+    }
+    parameters = std::move(translated.parameters);
+  }
+  auto r = std::make_unique<Recordset>(std::move(shape), std::string(accessSql), lockType);
+  if (r->shape->parameterized) r->parameters = std::move(parameters);
   if (r->slotCount > 0 && r->shape->keysGrow) {
     for (size_t slot = 0; slot < r->slotCount; ++slot)
       r->snapshotMax.push_back(maxKey(tableInfo(r->translated.tables[slot].table)));

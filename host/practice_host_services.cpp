@@ -53,13 +53,22 @@ long PracticeClientDropDown::getCategoryForYear(long& year, const std::string&) 
 // client-data or tax row for its members.
 CategoryInfo PracticeClientDropDown::getCategoryInfo(long categoryID) {
   CategoryInfo info;
-  std::int32_t h = db_.openRecordset(
-      "SELECT Categories.CategoryID, Categories.CategoryNum, Categories.CategorySpecialCode FROM "
-      "Categories;",
-      kCursorKeyset, kLockReadOnly);
   long id = categoryID;
-  for (int level = 0; level < 100 && db_.findRecord(h, "CategoryID", std::to_string(id)); ++level) {
-    std::string code = db_.getField(h, "CategorySpecialCode").toString();
+  // One row a level, read by its key: every new client asks this, and reading the whole table
+  // each time would cost as much as the practice's categories.
+  for (int level = 0; level < 100; ++level) {
+    const std::int32_t h = db_.openRecordset(
+        "SELECT Categories.CategoryID, Categories.CategoryNum, Categories.CategorySpecialCode FROM "
+        "Categories WHERE Categories.CategoryID = " +
+            std::to_string(id) + ";",
+        kCursorKeyset, kLockReadOnly);
+    if (!db_.hasRecord(h)) {
+      db_.closeRecordset(h);
+      break;
+    }
+    const std::string code = db_.getField(h, "CategorySpecialCode").toString();
+    const long parent = static_cast<long>(db_.getField(h, "CategoryNum").toLong());
+    db_.closeRecordset(h);
     if (code.rfind("TaxYear:", 0) == 0) {
       info = {3, true};
       break;
@@ -69,11 +78,9 @@ CategoryInfo PracticeClientDropDown::getCategoryInfo(long categoryID) {
       break;
     }
     info = {1, true};
-    long parent = static_cast<long>(db_.getField(h, "CategoryNum").toLong());
     if (parent <= 0) break;
     id = parent;
   }
-  db_.closeRecordset(h);
   return info;
 }
 

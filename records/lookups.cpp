@@ -366,11 +366,16 @@ long getPersonalTaxYearFromCategoryID(long categoryID) {
   procedure("nvImportlf6.dll-modDatabaseFunctions-getPersonalTaxYearFromCategoryID", [&] {
     DatabaseService* db = usablePracticeDatabase();
     if (db == nullptr) return;
-    RecordsetScope rs(*db, "SELECT Categories.* FROM Categories;", kLockReadOnly);
     std::string yearText;
-    bool found = db->findRecord(rs, "CategoryID", text(categoryID));
-    // Up the parents, at most 100 levels, so that a loop in the data ends.
-    for (int level = 0; found && level <= 100; ++level) {
+    // Up the parents, at most 100 levels, so that a loop in the data ends. Each level reads
+    // its one row by its key: every new personal-tax client asks this.
+    long id = categoryID;
+    for (int level = 0; level <= 100; ++level) {
+      RecordsetScope rs(
+          *db,
+          "SELECT Categories.* FROM Categories WHERE Categories.CategoryID = " + text(id) + ";",
+          kLockReadOnly);
+      if (!db->hasRecord(rs)) break;
       const Variant code = db->getField(rs, "CategorySpecialCode");
       if (!blank(code)) {
         const std::string special = code.toString();
@@ -380,8 +385,11 @@ long getPersonalTaxYearFromCategoryID(long categoryID) {
         }
       }
       const Variant parent = db->getField(rs, "CategoryNum");
-      if (blank(parent)) break;
-      found = db->findRecord(rs, "CategoryID", parent.toString());
+      double next = 0;
+      if (blank(parent) || !GeneralUtilities::parseNumber(parent.toString(), next) ||
+          next != std::floor(next))
+        break;
+      id = static_cast<long>(next);
     }
     double year = 0;
     if (GeneralUtilities::parseNumber(yearText, year) && year >= 1900 && year <= 2200)

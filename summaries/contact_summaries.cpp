@@ -348,14 +348,18 @@ void saveContactBusinessRTFForAllCompanies(long contactID, long companyID,
                          "ContactLinks.ContactIDNum = " +
                              std::to_string(contactID) + ";",
                          kLockReadOnly);
-    RecordsetScope companyNotes(
-        *db, "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.ContactNotes FROM CompaniesNotes;",
-        kLockOptimistic);
     for (bool more = db->hasRecord(links); more && !db->isEOF(links); db->moveNext(links)) {
       resumeNext([&] {
         long company = static_cast<long>(db->getField(links, "CompanyNum").toLong());
         if (!validCompanyID(company) || !db->getField(links, "DefaultContact").toBool()) return;
-        if (!db->findRecord(companyNotes, "CompanyNum", std::to_string(company))) return;
+        // Only the company's own notes row is read: the whole table would cost every call
+        // the size of the practice.
+        RecordsetScope companyNotes(*db,
+                                    "SELECT CompaniesNotes.CompanyNum, CompaniesNotes.ContactNotes "
+                                    "FROM CompaniesNotes WHERE CompaniesNotes.CompanyNum = " +
+                                        std::to_string(company) + ";",
+                                    kLockOptimistic);
+        if (!db->hasRecord(companyNotes)) return;
         // The other companies get the summary built for them; the recursion spreads no further.
         std::string text =
             company == companyID ? rtfText : saveContactBusinessRTF(contactID, -1, company, true);

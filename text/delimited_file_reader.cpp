@@ -2,6 +2,8 @@
 #include "text/delimited_file_reader.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -33,8 +35,31 @@ std::string_view singleCharacter(std::string_view text) {
 }
 
 bool startsAt(std::string_view line, size_t i, std::string_view what) {
+  if (what.size() == 1) return i < line.size() && line[i] == what[0];
   return !what.empty() && line.size() - i >= what.size() &&
          std::memcmp(line.data() + i, what.data(), what.size()) == 0;
+}
+
+// How many times each of three bytes occurs in the text, eight bytes at a time.
+std::array<long, 3> countBytes(std::string_view text, std::array<char, 3> bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+  constexpr std::uint64_t kLows = 0x7F7F7F7F7F7F7F7FULL;
+  std::array<long, 3> counts{};
+  size_t i = 0;
+  for (; text.size() - i >= 8; i += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + i, 8);
+    for (size_t k = 0; k < 3; ++k) {
+      // A byte of x is zero where the word holds bytes[k]; its high bit is set in `zero`.
+      const std::uint64_t x = word ^ (kOnes * static_cast<unsigned char>(bytes[k]));
+      const std::uint64_t zero = ~(((x & kLows) + kLows) | x | kLows);
+      // One bit at the top of each matching byte: summed into the top byte by a multiply.
+      counts[k] += static_cast<long>(((zero >> 7) * kOnes) >> 56);
+    }
+  }
+  for (; i < text.size(); ++i)
+    for (size_t k = 0; k < 3; ++k) counts[k] += text[i] == bytes[k];
+  return counts;
 }
 
 // Position of the next delimiter from i, or the line's end.
@@ -48,22 +73,29 @@ size_t nextDelimiter(std::string_view line, size_t i, std::string_view delimiter
   return at == std::string_view::npos ? line.size() : at;
 }
 
-// Position of the next delimiter, carriage return or line feed from i, or the line's end.
+// Position of the next delimiter or carriage return from i, or the line's end (a line holds
+// no line feed).
 size_t nextFieldEnd(std::string_view line, size_t i, std::string_view delimiter) {
   const size_t len = line.size();
   if (delimiter.size() == 1) {
+    // Fields are short: a plain loop beats a search call per field.
     const char d = delimiter[0];
-    for (; i < len; ++i) {
-      const char c = line[i];
-      if (c == d || c == '\r' || c == '\n') return i;
-    }
-    return len;
+    const char* p = line.data();
+    while (i < len && p[i] != d && p[i] != '\r') ++i;
+    return i;
   }
-  for (; i < len; ++i) {
-    const char c = line[i];
-    if (c == '\r' || c == '\n' || startsAt(line, i, delimiter)) return i;
-  }
-  return len;
+  if (i >= len) return len;
+  const size_t stop = delimiter.empty() ? len : std::min(len, line.find(delimiter, i));
+  const void* cr = std::memchr(line.data() + i, '\r', stop - i);
+  return cr == nullptr ? stop : static_cast<const char*>(cr) - line.data();
+}
+
+// The text without the blanks at either end.
+std::string_view trimmed(std::string_view text) {
+  size_t b = 0, e = text.size();
+  while (b < e && text[b] == ' ') ++b;
+  while (e > b && text[e - 1] == ' ') --e;
+  return text.substr(b, e - b);
 }
 
 // Calls f(line) for each line of the text; a line ends at LF or CR LF, and a final line
@@ -95,30 +127,63 @@ std::string DelimitedFileReader::readFileText(const std::string& path) {
   if (path.empty() || !std::filesystem::is_regular_file(path, error)) return {};
   std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
   if (!file) throw Failure("Cannot open the file " + path + ": " + std::strerror(errno), 53);
+  const auto size = std::filesystem::file_size(path, error);
+  if (!error && size > kMaxFileBytes) throw Failure(tooLargeMessage(path), 7);
+  // Read straight into the text, in steps, to the end of the file as it is then.
   std::string text;
-  text.reserve(static_cast<size_t>(std::filesystem::file_size(path, error)));
-  char buffer[1 << 16];
-  size_t n;
-  while ((n = std::fread(buffer, 1, sizeof buffer, file.get())) > 0) text.append(buffer, n);
+  size_t filled = 0;
+  text.resize(static_cast<size_t>(error ? 0 : size) + 1);
+  for (;;) {
+    if (filled == text.size()) text.resize(filled + (size_t{1} << 16));
+    const size_t n = std::fread(text.data() + filled, 1, text.size() - filled, file.get());
+    filled += n;
+    // A file that grows while it is read is held to the same limit.
+    if (filled > kMaxFileBytes) throw Failure(tooLargeMessage(path), 7);
+    if (n == 0) break;
+  }
+  text.resize(filled);
   if (std::ferror(file.get())) throw Failure("Cannot read the file " + path, 57);
   if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   makeCleanText(text);
   return text;
 }
 
+std::string DelimitedFileReader::tooLargeMessage(const std::string& path) {
+  return "the client file " + path + " is larger than " + std::to_string(kMaxFileBytes >> 20) +
+         " MB, the most a client file may hold";
+}
+
 const std::string& DelimitedFileReader::fileText() {
-  if (!holdText_ || text_.empty()) text_ = readFileText(fileLocation);
+  // The decoded text is kept from the delimiter guess (or the measuring pass) through the
+  // filling pass, as long as the file is the same one, unchanged (same size and modification
+  // time).
+  std::error_code error;
+  FileStamp stamp{fileLocation, 0, {}};
+  stamp.size = std::filesystem::file_size(fileLocation, error);
+  if (!error) stamp.written = std::filesystem::last_write_time(fileLocation, error);
+  if (error) stamp = FileStamp{};
+  if (!textHeld_ || error || !(stamp == textStamp_)) {
+    textHeld_ = false;
+    text_ = std::string();
+    text_ = readFileText(fileLocation);
+    textStamp_ = stamp;
+    textHeld_ = !error;
+  }
   return text_;
+}
+
+void DelimitedFileReader::releaseText() {
+  textHeld_ = false;
+  text_ = std::string();
 }
 
 void DelimitedFileReader::determineDelimiter(std::string& foundDelimiter) {
   const std::string labelText = label("determineDelimiter");
   procedure(labelText, [&] {
+    releaseText();  // the guess starts a reading of the file: it reads it afresh
     const std::string& text = fileText();
     // Line ends hold none of the three, so counting the whole text counts every line.
-    const auto commas = std::count(text.begin(), text.end(), ',');
-    const auto tabs = std::count(text.begin(), text.end(), '\t');
-    const auto semicolons = std::count(text.begin(), text.end(), ';');
+    const auto [commas, tabs, semicolons] = countBytes(text, {',', '\t', ';'});
     if (commas > tabs && commas > semicolons)
       strDelimiter = ",";
     else if (tabs > commas && tabs > semicolons)
@@ -149,15 +214,11 @@ void DelimitedFileReader::setupFlexGrid() {
 }
 
 void DelimitedFileReader::loadGrid() {
-  holdText_ = true;
-  text_.clear();
   setupFlexGrid();
   countOnly = false;
   long columns = 0;
   populateData(columns);
   countOnly = true;
-  holdText_ = false;
-  text_ = std::string();
   if (gridControl != nullptr) gridControl->selectAllRows(true);
 }
 
@@ -193,12 +254,12 @@ void DelimitedFileReader::populateData(long& columnCount) {
     long maxColumns = 0;
     std::string field;
 
-    auto store = [&](std::string value) {
-      if (grid == nullptr) return;
-      if (checkRemoveCaps) value = GeneralUtilities::mixedCase(value);
+    auto store = [&](std::string_view value) {
       const bool captionLine = firstRowFieldNames && lines == 0;
       const long row = captionLine ? kCaptionRow : firstRowFieldNames ? lines + 1 : lines + 2;
-      grid->setTextMatrix(static_cast<int>(row), static_cast<int>(column), std::move(value));
+      grid->setTextMatrix(
+          static_cast<int>(row), static_cast<int>(column),
+          checkRemoveCaps ? GeneralUtilities::mixedCase(value) : std::string(value));
     };
 
     forEachLine(text, [&](std::string_view line) {
@@ -208,7 +269,10 @@ void DelimitedFileReader::populateData(long& columnCount) {
       size_t i = 0;
       if (closed) column = 0;
       while (i < len) {
-        if (closed) field.clear();
+        // An unquoted field is taken from the line as it stands; a quoted one is gathered in
+        // `field`, which goes on over line ends.
+        std::string_view plain;
+        bool quoted = true;
         if (!closed) {
           // A quoted field goes on from the line before.
           if (startsAt(line, i, qualifier)) {
@@ -219,9 +283,10 @@ void DelimitedFileReader::populateData(long& columnCount) {
             getEnclosedString(closed, field, line, i, qualifier);
           }
           if (i < len) i += characterLength(line, i);  // over the delimiter
-        } else if (line[i] != '\r' && line[i] != '\n') {
+        } else if (line[i] != '\r') {
           ++column;
           if (startsAt(line, i, qualifier)) {
+            field.clear();
             i += qualifier.size();
             getEnclosedString(closed, field, line, i, qualifier);
             if (closed) {
@@ -232,17 +297,16 @@ void DelimitedFileReader::populateData(long& columnCount) {
             }
           } else {
             const size_t stop = nextFieldEnd(line, i, delimiter);
-            field.append(line.substr(i, stop - i));
+            plain = line.substr(i, stop - i);
+            quoted = false;
             i = stop;
           }
           if (i < len) i += characterLength(line, i);  // past the delimiter
         } else {
-          ++i;  // a stray line-end character is dropped
+          ++i;  // a stray carriage return is dropped
           continue;
         }
-        if (closed) {
-          if (grid != nullptr) store(GeneralUtilities::trim(field));
-        }
+        if (closed && grid != nullptr) store(trimmed(quoted ? std::string_view(field) : plain));
         if (eventPump) eventPump();
       }
       if (closed) {
@@ -256,6 +320,8 @@ void DelimitedFileReader::populateData(long& columnCount) {
     columnCount = maxColumns;
     if (countOnly) measuredLines_ = lines;
   });
+  // The filling pass is the last to need the text.
+  if (!countOnly) releaseText();
 }
 
 }  // namespace lf

@@ -14,6 +14,8 @@
 // Windows-1252, NUL is dropped, and a UTF-8 byte-order mark at the start is dropped.
 #pragma once
 
+#include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -61,18 +63,34 @@ class DelimitedFileReader {
                                 size_t& position, std::string_view qualifier);
 
   // The file's text by the outside-text rule, without a byte-order mark; empty for a file that
-  // does not exist. Throws Failure when the file exists but cannot be read.
+  // does not exist. Throws Failure when the file exists but cannot be read, or is larger than
+  // kMaxFileBytes.
   static std::string readFileText(const std::string& path);
+
+  // The largest client file read: its text, the grid's cells and an import's work stay within
+  // a few times this.
+  static constexpr std::uintmax_t kMaxFileBytes = std::uintmax_t{256} << 20;
+  // The one-line message for a file over kMaxFileBytes.
+  static std::string tooLargeMessage(const std::string& path);
 
  private:
   std::string label(const char* procedureName) const;
-  // The file's text: read for each pass, except during loadGrid, whose two passes share one
-  // reading of the file.
+  // The file's text, read once for the delimiter guess and both passes of the same unchanged
+  // file; the guess reads it afresh and the filling pass releases it.
   const std::string& fileText();
+  void releaseText();
+
+  struct FileStamp {
+    std::string path;
+    std::uintmax_t size = 0;
+    std::filesystem::file_time_type written{};
+    bool operator==(const FileStamp&) const = default;
+  };
 
   std::string className_;
   std::string text_;
-  bool holdText_ = false;
+  bool textHeld_ = false;
+  FileStamp textStamp_;
   long measuredLines_ = 0;  // lines of the last measuring pass, to size the grid
 };
 

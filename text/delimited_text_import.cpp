@@ -49,17 +49,25 @@ bool DelimitedTextImport::importSelectedRows(
     dropDown->setLoadingPaused(paused);
     dropDown->setRefreshPaused(paused);
   };
+  RowWriteGroups rows(label("commitRows"), counters);
   procedure(label("ImportData"), [&] {
     pause(true);
     prepare();
     if (usablePracticeDatabase() == nullptr) return;
+    long selected = 0, done = 0;
+    if (rowProgress)
+      for (int row = kFirstDataRow; row < grid.rows(); ++row) selected += grid.isRowSelected(row);
     for (int row = kFirstDataRow; row < grid.rows(); ++row) {
       if (!grid.isRowSelected(row)) continue;
-      importOneRow(counters, [&](std::string& skipReason) { return importRow(row, skipReason); });
+      if (rowProgress) rowProgress(++done, selected);
+      rows.importRow([&](std::string& skipReason) { return importRow(row, skipReason); });
       if (eventPump) eventPump();
     }
+    rows.commit();
     completed = true;
   });
+  // Rows held when the loop was left are committed: they are whole.
+  rows.commit();
   pause(false);
   return completed;
 }

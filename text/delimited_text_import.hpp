@@ -38,6 +38,10 @@ class DelimitedTextImport {
   // changes. No assignment survives it.
   void loadFile();
 
+  // Told before each selected row of an import: its place among the selected rows (from 1)
+  // and their number, so that a front end can show "row i of n".
+  std::function<void(long row, long rows)> rowProgress;
+
   // The key of a data column ("NOT ASSIGNED" when none).
   std::string columnKey(int column) const { return mapping.columnKey(column); }
 

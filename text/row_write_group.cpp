@@ -1,5 +1,7 @@
-// One row of a text import in its write group.
+// The rows of a text import in write groups committed several at a time.
 #include "text/row_write_group.hpp"
+
+#include <utility>
 
 #include "base/procedure.hpp"
 #include "db/database_service.hpp"
@@ -9,59 +11,91 @@
 
 namespace lf {
 
-namespace {
+RowWriteGroups::RowWriteGroups(std::string label, StageCounters* counters)
+    : label_(std::move(label)), counters_(counters) {}
 
-void count(StageCounters* counters, RowOutcome outcome, const std::string& reason) {
-  if (counters == nullptr) return;
-  switch (outcome) {
+RowWriteGroups::~RowWriteGroups() {
+  ignoreErrors([&] { commit(); });
+}
+
+void RowWriteGroups::countRow(const HeldRow& row) {
+  if (counters_ == nullptr) return;
+  if (row.failed) {
+    counters_->fail(row.reason);
+    return;
+  }
+  switch (row.outcome) {
     case RowOutcome::Created:
-      ++counters->created;
+      ++counters_->created;
       break;
     case RowOutcome::Updated:
-      ++counters->updated;
+      ++counters_->updated;
       break;
     case RowOutcome::Skipped:
-      counters->skip(reason);
+      counters_->skip(row.reason);
       break;
   }
 }
 
-}  // namespace
-
-void importOneRow(StageCounters* counters,
-                  const std::function<RowOutcome(std::string& skipReason)>& body) {
+void RowWriteGroups::importRow(const std::function<RowOutcome(std::string& skipReason)>& body) {
   DatabaseService* db = usablePracticeDatabase();
   if (db == nullptr) return;
-  if (counters != nullptr) ++counters->read;
-  RowOutcome outcome = RowOutcome::Skipped;
-  std::string reason;
+  if (counters_ != nullptr) ++counters_->read;
+  if (group_ == nullptr) {
+    db->beginWriteGroup();
+    group_ = db;
+    heldSince_ = std::chrono::steady_clock::now();
+  }
+  HeldRow row{true, RowOutcome::Skipped, {}};
   bool done = false;
   RecordErrorWatch watch;
-  auto fail = [&](const std::string& why) {
-    if (counters != nullptr) counters->fail(why);
-  };
-  db->beginWriteGroup();
   try {
     resumeNext([&] {
-      outcome = body(reason);
+      row.outcome = body(row.reason);
       done = true;
     });
   } catch (...) {
-    ignoreErrors([&] { db->endWriteGroup(); });
-    fail(watch.reason());
+    // Action 2 or 3 leaves the import: the row counts as failed all the same.
+    endRow({true, RowOutcome::Skipped, watch.reason()});
     throw;
   }
-  try {
-    db->endWriteGroup();
-  } catch (const std::exception& failure) {
-    fail(std::string("not stored: ") + failure.what());
-    resumeNext([&] { throw; });
-    return;
-  }
-  if (!done || watch.failed())
-    fail(watch.reason());
-  else
-    count(counters, outcome, reason);
+  row.failed = !done || watch.failed();
+  if (row.failed) row.reason = watch.reason();
+  endRow(std::move(row));
+}
+
+void RowWriteGroups::endRow(HeldRow row) {
+  held_.push_back(std::move(row));
+  if (static_cast<long>(held_.size()) >= kRowsPerCommit ||
+      std::chrono::steady_clock::now() - heldSince_ >= kCommitInterval)
+    commit();
+}
+
+void RowWriteGroups::commit() {
+  if (group_ == nullptr) return;
+  DatabaseService* db = std::exchange(group_, nullptr);
+  std::vector<HeldRow> held = std::exchange(held_, {});
+  procedure(label_, [&] {
+    try {
+      db->endWriteGroup();
+    } catch (const std::exception& failure) {
+      // The group was rolled back: nothing its rows wrote is stored.
+      const std::string lost = std::string("not stored: ") + failure.what();
+      for (HeldRow& row : held) {
+        if (!row.failed) row = {true, row.outcome, lost};
+        countRow(row);
+      }
+      throw;
+    }
+    for (const HeldRow& row : held) countRow(row);
+  });
+}
+
+void importOneRow(StageCounters* counters,
+                  const std::function<RowOutcome(std::string& skipReason)>& body) {
+  RowWriteGroups rows("Ledgerfolio.exe-RowWriteGroups-commit", counters);
+  rows.importRow(body);
+  rows.commit();
 }
 
 }  // namespace lf

@@ -25,19 +25,34 @@ constexpr char kOneColumnMessage[] =
     "You must specify the column information of at least one column by using the drop-down "
     "list at the top of the columns.";
 
-// Runs work inside the progress dialog of the caption, when the host makes one.
-void withProgress(std::string_view caption, const std::function<void()>& work) {
+// Runs work inside the progress dialog of the caption, when the host makes one; the work
+// gets the dialog (null without one).
+void withProgress(std::string_view caption, const std::function<void(ProgressDialog*)>& work) {
   const auto& make = moduleState().makeProgressDialog;
   std::unique_ptr<ProgressDialog> dialog = make ? make() : nullptr;
   if (dialog == nullptr) {
-    work();
+    work(nullptr);
     return;
   }
   dialog->setCaption(caption);
   dialog->showDialog([&] {
-    work();
+    work(dialog.get());
     dialog->closeDialog();
   });
+}
+
+// Shows "Importing row i of n" in the dialog: at the first and the last row and whenever the
+// percentage changes, so that a large file redraws about a hundred times.
+std::function<void(long, long)> rowProgressIn(ProgressDialog* dialog) {
+  if (dialog == nullptr) return {};
+  return [dialog, shown = -1L](long row, long rows) mutable {
+    const long percent = rows > 0 ? row * 100 / rows : 100;
+    if (row != 1 && row != rows && percent == shown) return;
+    shown = percent;
+    dialog->setMaximum(rows);
+    dialog->setValue(row);
+    dialog->setCaption("Importing row " + std::to_string(row) + " of " + std::to_string(rows));
+  };
 }
 
 bool wholeYear(const std::string& text, long& year) {
@@ -109,7 +124,7 @@ void TextImportWizard::chooseFile(const std::string& path) {
 }
 
 void TextImportWizard::loadCSV() {
-  withProgress("Loading file information", [&] { import_.loadFile(); });
+  withProgress("Loading file information", [&](ProgressDialog*) { import_.loadFile(); });
   checkAllCaption_ = "Unselect All";
 }
 
@@ -192,7 +207,11 @@ void TextImportWizard::cmdFinish_Click() {
   if (step_ == kCategoryStep && !okToContinue3()) return;
   if (!finishChecks()) return;
   bool succeeded = false;
-  withProgress("Importing information", [&] { succeeded = runImport(); });
+  withProgress("Importing information", [&](ProgressDialog* dialog) {
+    import_.rowProgress = rowProgressIn(dialog);
+    succeeded = runImport();
+    import_.rowProgress = nullptr;
+  });
   if (MessageBox* box = moduleState().MsgboxClass)
     box->show(succeeded ? "The data was imported successfully"
                         : "There was a problem importing your data.  Please try again",

@@ -38,6 +38,20 @@ TEST(TextFromOutside, NulIsDroppedNotAnEnd) {
   EXPECT_EQ(textFromOutside("Smith\0Jones\0\0"s), "SmithJones");
 }
 
+TEST(TextFromOutside, AByteIsJudgedWhereverItStandsInALongText) {
+  // Long ASCII runs are checked several bytes at a time: a NUL, a Windows-1252 byte or a
+  // sequence split across such a step is still seen at every position.
+  const std::string ascii(40, 'a');
+  for (size_t at = 0; at <= 24; ++at) {
+    EXPECT_FALSE(isCleanText(ascii.substr(0, at) + "\0"s + ascii)) << at;
+    EXPECT_EQ(textFromOutside(ascii.substr(0, at) + "\xE9" + ascii),
+              ascii.substr(0, at) + "\xC3\xA9" + ascii)
+        << at;
+    EXPECT_TRUE(isCleanText(ascii.substr(0, at) + "\xE2\x82\xAC" + ascii)) << at;
+  }
+  EXPECT_TRUE(isCleanText(ascii));
+}
+
 TEST(TextFromOutside, TheResultIsCleanAndStable) {
   std::string all;
   for (int c = 0; c < 256; ++c) all += static_cast<char>(c);

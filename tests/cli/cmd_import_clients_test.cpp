@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -98,6 +99,40 @@ TEST_F(ImportClientsCommand, RefusalsNameWhatIsMissingAndWriteNothing) {
   EXPECT_NE(missing.out.find("does not exist"), std::string::npos);
   EXPECT_EQ(rows("Contacts"), 0);
   EXPECT_EQ(rows("Companies"), 0);
+}
+
+TEST_F(ImportClientsCommand, HugeAndBinaryFilesAreRefusedWithOneLineNulBytesAreDropped) {
+  const fs::path answers = folder / "answers.json";
+  std::ofstream(answers) << R"({"year": 2024, "columns": {"1": "FirstName", "2": "LastName"}})";
+  auto import = [&](const fs::path& file) {
+    return lfimport("import personal --quiet --practice '" + practice + "' --file '" +
+                    file.string() + "' --answers '" + answers.string() + "'");
+  };
+  // A single line of 1 GB: the file is sparse, so the test neither writes nor holds it.
+  const fs::path huge = folder / "huge.csv";
+  std::ofstream(huge) << "Ann,Lee,";
+  fs::resize_file(huge, std::uintmax_t{1} << 30);
+  const CommandRun tooLarge = import(huge);
+  EXPECT_EQ(tooLarge.exitCode, 1);
+  EXPECT_NE(tooLarge.out.find("is larger than 256 MB"), std::string::npos) << tooLarge.out;
+  EXPECT_NE(tooLarge.out.find(huge.string()), std::string::npos);
+  EXPECT_EQ(std::count(tooLarge.out.begin(), tooLarge.out.end(), '\n'), 1) << tooLarge.out;
+
+  const fs::path binary = folder / "picture.csv";
+  std::ofstream(binary, std::ios::binary) << std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\x02", 17);
+  const CommandRun picture = import(binary);
+  EXPECT_EQ(picture.exitCode, 1);
+  EXPECT_NE(picture.out.find("holds binary data (byte 0x02 at offset 16)"), std::string::npos)
+      << picture.out;
+
+  // UTF-16 text: every other byte is NUL, which the reader drops.
+  const fs::path wide = folder / "wide.csv";
+  std::string people;
+  for (char c : std::string("Ann,Lee\r\nBo,Chen\r\n")) people += std::string{c, '\0'};
+  std::ofstream(wide, std::ios::binary) << people;
+  const CommandRun read = import(wide);
+  EXPECT_EQ(read.exitCode, 0) << read.out;
+  EXPECT_EQ(rows("Contacts"), 2);
 }
 
 // The clients of a practice database as one text: name, SIN and phone of every contact,

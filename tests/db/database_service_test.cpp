@@ -123,6 +123,32 @@ TEST_P(DatabaseServiceTest, FindRecordAndFindNextWalkAllMatches) {
   EXPECT_FALSE(db.findRecord(h, "CompanyID", "abc"));
 }
 
+TEST_P(DatabaseServiceTest, StatementsDifferingOnlyInNumbersReadTheirOwnRows) {
+  // The second and later statements of a form reuse the first one's translation with their
+  // own numbers; what is not a plain number (a name with digits, a sign, a point, a quoted
+  // literal, True) is read as written.
+  db.executeStatement("CREATE TABLE Rates (RateID INTEGER PRIMARY KEY, Tier2 INTEGER, Fee REAL)");
+  db.executeStatement("INSERT INTO Rates VALUES (1, 10, 1.5), (2, 20, 2.5), (3, 30, -1)");
+  auto tierOf = [&](const std::string& sql) {
+    const std::int32_t h = db.openRecordset(sql, kCursorKeyset, kLockReadOnly);
+    const long tier = db.hasRecord(h) ? static_cast<long>(db.getField(h, "Tier2").toLong()) : -9;
+    db.closeRecordset(h);
+    return tier;
+  };
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE RateID = 1;"), 10);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE RateID = 3;"), 30);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE RateID = 003;"), 30);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE RateID = 7;"), -9);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE Tier2 = 20 AND RateID = 2;"), 20);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE Tier2 = 20 AND RateID = 1;"), -9);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE Fee = 2.5;"), 20);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE Fee = -1;"), 30);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE Fee = '1.5';"), 10);
+    EXPECT_EQ(tierOf("SELECT Rates.* FROM Rates WHERE (RateID = 2) = True;"), 20);
+  }
+}
+
 TEST_P(DatabaseServiceTest, PositionSurvivesNestedFind) {
   std::int32_t h = open("SELECT * FROM Companies ORDER BY CompanyID;");
   ASSERT_TRUE(db.hasRecord(h));

@@ -140,6 +140,43 @@ TEST_F(DelimitedFileReaderTest, BytesAreOutsideTextAndTheByteOrderMarkIsDropped)
   EXPECT_EQ(load(std::string("a\0b,c\n", 6)), (Rows{{"ab", "c"}}));
 }
 
+TEST_F(DelimitedFileReaderTest, StrayCarriageReturnEndsAFieldAndIsDropped) {
+  EXPECT_EQ(load("a\rb,c\n\rd,e\n"), (Rows{{"a", "b", "c"}, {"d", "e", ""}}));
+  reader.strDelimiter = "::";
+  EXPECT_EQ(load("x::y\rz\n"), (Rows{{"x::y", "z"}}));
+}
+
+TEST_F(DelimitedFileReaderTest, EachReadingSeesTheFileAsItIsThen) {
+  write("a;b;c\n");
+  std::string found;
+  reader.determineDelimiter(found);
+  EXPECT_EQ(found, ";");
+  // The file changes after the guess: the passes read the new text.
+  write("1;2\n3;4\n5;6\n");
+  reader.loadGrid();
+  EXPECT_EQ(grid.cols(), 3);
+  EXPECT_EQ(grid.dataRowCount(), 3);
+  EXPECT_EQ(grid.textMatrix(4, 2), "6");
+  // A new guess reads the file again.
+  write("a\tb\n");
+  reader.determineDelimiter(found);
+  EXPECT_EQ(found, "\t");
+}
+
+TEST_F(DelimitedFileReaderTest, FileOverTheLimitIsRefusedUnread) {
+  // A sparse file: its size is over the limit without a byte written.
+  write("");
+  fs::resize_file(path, DelimitedFileReader::kMaxFileBytes + 1);
+  try {
+    DelimitedFileReader::readFileText(path);
+    ADD_FAILURE() << "no failure";
+  } catch (const std::exception& failure) {
+    EXPECT_NE(std::string(failure.what()).find("larger than 256 MB"), std::string::npos)
+        << failure.what();
+    EXPECT_NE(std::string(failure.what()).find(path), std::string::npos);
+  }
+}
+
 TEST_F(DelimitedFileReaderTest, MissingFileGivesAnEmptyGrid) {
   reader.fileLocation = path + ".missing";
   reader.loadGrid();

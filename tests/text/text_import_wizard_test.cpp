@@ -2,6 +2,7 @@
 // option change, Select All, and a finished import.
 #include "text/text_import_wizard.hpp"
 
+#include "host/progress_dialog.hpp"
 #include "tests/text/text_import_test_support.hpp"
 #include "text/cls_import_business_text_file.hpp"
 #include "text/cls_import_personal_text_file.hpp"
@@ -120,6 +121,53 @@ TEST_F(TextImportWizardTest, FinishRefusesMatchingWithoutItsColumnAndWritesNothi
   EXPECT_TRUE(wizard.imported());
   EXPECT_EQ(lastMessage(), "The data was imported successfully");
   EXPECT_EQ(count("SELECT * FROM Companies WHERE CorporateName='Oak Co Ltd'"), 1);
+}
+
+// A progress dialog that keeps its captions and its last value and maximum.
+class RecordingProgress : public ProgressDialog {
+ public:
+  explicit RecordingProgress(std::vector<std::string>& captions) : captions_(captions) {}
+  void setTextAlignment(int) override {}
+  void setMinimum(long) override {}
+  void setMaximum(long maximum) override { maximum_ = maximum; }
+  void setShowPercent(bool) override {}
+  void setStep(long) override {}
+  void setShowCancel(bool) override {}
+  void setDelay(long) override {}
+  void setCaption(std::string_view caption) override {
+    captions_.push_back(std::string(caption) + " (" + std::to_string(value_) + "/" +
+                        std::to_string(maximum_) + ")");
+  }
+  long getValue() override { return value_; }
+  void setValue(long value) override { value_ = value; }
+  void showDialog(const std::function<void()>& startProgress) override { startProgress(); }
+  void closeDialog() override {}
+
+ private:
+  std::vector<std::string>& captions_;
+  long value_ = 0, maximum_ = 0;
+};
+
+TEST_F(TextImportWizardTest, ImportShowsRowIOfNOfTheSelectedRows) {
+  clsImportPersonalTextFile import;
+  frmImportPersonalClients wizard(import);
+  openGrid(wizard, "Ann,Lee\nBo,Chen\nCy,Diaz\nDi,Eng\n");
+  assignField(wizard, 1, "FirstName");
+  assignField(wizard, 2, "LastName");
+  import.grid.setRowSelected(kFirstDataRow + 1, false);
+  std::vector<std::string> captions;
+  moduleState().makeProgressDialog = [&]() -> std::unique_ptr<ProgressDialog> {
+    return std::make_unique<RecordingProgress>(captions);
+  };
+  wizard.cmdNext_Click();
+  wizard.selectedCategory = category("2024");
+  wizard.cboYear = "2024";
+  wizard.cmdFinish_Click();
+  ASSERT_TRUE(wizard.imported()) << lastMessage();
+  EXPECT_EQ(captions,
+            (std::vector<std::string>{"Importing information (0/0)", "Importing row 1 of 3 (1/3)",
+                                      "Importing row 2 of 3 (2/3)", "Importing row 3 of 3 (3/3)"}));
+  EXPECT_EQ(count("SELECT * FROM Contacts"), 3);
 }
 
 TEST_F(TextImportWizardTest, PersonalFinishNeedsAValidYear) {
