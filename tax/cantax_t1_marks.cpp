@@ -90,16 +90,24 @@ std::vector<std::string> setCANTAXT1Marks(long contactID, const std::string& sin
     const CANTAXLineAmounts* lines = amounts.find(sin);
     DatabaseService* db = usablePracticeDatabase();
     if (lines == nullptr || db == nullptr) return;
-    RecordsetScope personal(*db, getMainPersonalSQLString(3, taxYear), kLockOptimistic);
+    std::vector<const char*> columns;
+    for (const CANTAXT1Option& option : cantaxT1Options())
+      if (ticked[static_cast<size_t>(option.option)] && (*lines)[option.element] > 0)
+        columns.push_back(option.column);
+    if (columns.empty()) return;
+    // The main personal selection of the year, narrowed to the one client: the whole year's
+    // list for every client would make an import quadratic.
+    std::string sql = getMainPersonalSQLString(3, taxYear);
+    const size_t where = sql.find("WHERE ");
+    if (where == std::string::npos) return;
+    sql.insert(where + 6, "Contacts.ContactID=" + std::to_string(contactID) + " AND ");
+    RecordsetScope personal(*db, sql, kLockOptimistic);
     if (!db->findRecord(personal, "ContactID", std::to_string(contactID))) return;
-    bool changed = false;
-    for (const CANTAXT1Option& option : cantaxT1Options()) {
-      if (!ticked[static_cast<size_t>(option.option)] || (*lines)[option.element] <= 0) continue;
-      db->setField(personal, option.column, "True");
-      marked.emplace_back(option.column);
-      changed = true;
+    for (const char* column : columns) {
+      db->setField(personal, column, "True");
+      marked.emplace_back(column);
     }
-    if (changed) db->updateRecord(personal);
+    db->updateRecord(personal);
   });
   return marked;
 }
