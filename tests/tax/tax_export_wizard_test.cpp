@@ -8,6 +8,8 @@
 
 #include "tax/cantax_import_wizard.hpp"
 #include "tax/cantax_t1_repair.hpp"
+#include "tax/cantax_wizard_answers.hpp"
+#include "tax/cantax_wizard_terminal.hpp"
 #include "tax/drtax_import_wizard.hpp"
 #include "tests/tax/cantax_t1_test_rows.hpp"
 #include "tests/test_support.hpp"
@@ -138,7 +140,9 @@ TEST_F(TaxExportWizardTest, EveryMappedFieldIsInTheImportListWithItsLength) {
       if (std::string_view(column.field) == kNotAssigned) continue;
       const FieldItem* item = personal.mapping.fieldList().findByDatabaseField(column.field);
       ASSERT_NE(item, nullptr) << column.field;
-      if (item->maxLength > 0) EXPECT_EQ(item->maxLength, column.maxLength) << column.field;
+      if (item->maxLength > 0) {  // dates have none
+        EXPECT_EQ(item->maxLength, column.maxLength) << column.field;
+      }
     }
   // The business list has no second address set: those columns stay unassigned.
   const std::vector<std::string> secondAddress = {"Address1_2", "City_2", "PostalCode_2",
@@ -257,6 +261,32 @@ TEST_F(TaxExportWizardTest, DrTaxT2ImportsCorporations) {
   EXPECT_EQ(company(corp, "OfficeNumber"), "(416) 555-0100");
   EXPECT_EQ(company(corp, "FaxNumber"), "(416) 555-0102");
   EXPECT_EQ(count("SELECT * FROM Contacts WHERE FirstName='Ann' AND LastName='Roy'"), 1);
+}
+
+TEST_F(TaxExportWizardTest, TerminalDrivesTheCANTAXPagesWithAnUntickedOption) {
+  const std::string path = writeExport("cantax.txt", cantaxT1Row());
+  frmImportCANTAXT1 wizard;
+  std::istringstream in("next\nsave " + (folder / "t1").string() +
+                        "\nnext\nnext\nnext\nnext\nuntick 0\nnext\nnext\nyear 2024\nnext\n");
+  std::ostringstream out;
+  ASSERT_TRUE(runTaxImportWizardAtTerminal(wizard, in, out, path));
+  EXPECT_TRUE(fs::exists(folder / "t1.tpl"));
+  EXPECT_NE(out.str().find("1 data rows"), std::string::npos);
+  const long john =
+      value("SELECT ContactID FROM Contacts WHERE FirstName='John'", "ContactID").toLong();
+  EXPECT_FALSE(mark(john, "EmploymentIncome"));
+}
+
+TEST_F(TaxExportWizardTest, AnswersFileRefusesWrongOptionsAndAddress) {
+  const TaxImportAnswers answers = parseTaxImportAnswers(
+      R"({"file": "x.txt", "options": [0, 30], "address": "Mailing", "template": "t.tpl"})",
+      "/data");
+  EXPECT_EQ(answers.text.file, "/data/x.txt");
+  EXPECT_EQ(answers.templatePath, "/data/t.tpl");
+  EXPECT_EQ(*answers.options, (std::vector<int>{0, 30}));
+  EXPECT_EQ(answers.address, frmImportCANTAXT2Plus::kMailingAddress);
+  EXPECT_THROW(parseTaxImportAnswers(R"({"options": [31]})", ""), Failure);
+  EXPECT_THROW(parseTaxImportAnswers(R"({"address": "home"})", ""), Failure);
 }
 
 }  // namespace
