@@ -56,7 +56,8 @@ bool CANTAXT1ElementRules::checkIfNeedToModifyElement(int counter, std::string& 
       {
         double month = 0;
         GU::parseNumber(value, month);
-        heldSpouseBirth_ = DateUtilities::monthName(static_cast<int>(month));
+        heldSpouseBirth_ =
+            month >= 1 && month < 13 ? DateUtilities::monthName(static_cast<int>(month)) : "";
       }
       return false;
     case 21:  // @SPOUSE_BIRTH_DAY,

@@ -113,6 +113,11 @@ TEST(CANTAXT1Repair, SpouseMonthInWordsShiftsTheRow) {
   EXPECT_EQ(row[22], "52000");
 }
 
+TEST(CANTAXT1Repair, SpouseMonthOutOfRangeGivesNoMonthName) {
+  EXPECT_EQ(repairOne(cantaxT1Row({{20, "4165559999"}}))[20], " 9, 1972");
+  EXPECT_EQ(repairOne(cantaxT1Row({{20, "13"}}))[20], " 9, 1972");
+}
+
 TEST(CANTAXT1Repair, ErrorMarksAndEmptyDatesInARow) {
   const std::vector<std::string> row =
       repairOne(cantaxT1Row({{2, "YYYY/MM/DD"}, {9, "*ERROR* M5V1A1"}, {1, "\"046454286\""}}));
