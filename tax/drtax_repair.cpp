@@ -67,8 +67,16 @@ std::string checkIfNeedToModifyDrTaxElement(DrTaxProduct product, int counter,
   switch (counter) {
     case 5:  // Year End Date: "Dec31" gives "Dec 31 2024"
       if (GU::isBlank(value)) return value;
-      return value.substr(0, 3) + " " + (value.size() > 3 ? value.substr(3) : std::string()) + " " +
-             std::to_string(currentYear);
+      {
+        // Three characters, not bytes: a letter outside ASCII is not cut in two.
+        size_t cut = 0;
+        for (int n = 0; n < 3 && cut < value.size(); ++n) {
+          ++cut;
+          while (cut < value.size() && (static_cast<unsigned char>(value[cut]) & 0xC0) == 0x80)
+            ++cut;
+        }
+        return value.substr(0, cut) + " " + value.substr(cut) + " " + std::to_string(currentYear);
+      }
     case 11:
       return withoutBothPrefixes(value, "W: ");
     case 12:

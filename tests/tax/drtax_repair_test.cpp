@@ -51,6 +51,8 @@ TEST(DrTaxRepair, T2PutsTheCorporationFirstAndCompletesTheYearEnd) {
                           "\"M5J2N8\",\"ON\",\"4165550100\",\"4165550101\",\"4165550102\","
                           "\"info@example.org\",\"extra\"");
   EXPECT_EQ(checkIfNeedToModifyDrTaxElement(DrTaxProduct::T2, 11, "W: 1 W:2", 2024), "1 2");
+  EXPECT_EQ(checkIfNeedToModifyDrTaxElement(DrTaxProduct::T2, 5, "Déc31", 2024), "Déc 31 2024");
+  EXPECT_EQ(checkIfNeedToModifyDrTaxElement(DrTaxProduct::T2, 5, "Ju", 2024), "Ju  2024");
 }
 
 TEST(DrTaxRepair, ShortRowsAreLeftOutAndAShortFirstRowFails) {
