@@ -3,12 +3,14 @@
 
 #include "merge/record_hooks.hpp"
 #include "summaries/summary_record_hooks.hpp"
+#include "tax/cantax_forms.hpp"
 
 namespace lf {
 
 void installComponentWiring() {
   installSummaryRecordHooks();
   installMergeRecordHooks();
+  registerCANTAXForms();
 }
 
 }  // namespace lf

@@ -37,6 +37,8 @@ class clsImportPersonalTextFile : public DelimitedTextImport {
   // Events: before a client's fields are written, and after them.
   std::function<void(const std::string& name)> ImportingClientName;
   std::function<void(const std::string& name)> finishImportingClient;
+  // After a client's fields are written: the contact and the SIN of its row.
+  std::function<void(long contactID, const std::string& sin)> finishImportingClientContact;
   // Served after every row.
   std::function<void()> eventPump;
   // Counts every selected row as created, updated, skipped or failed, when given.

@@ -75,6 +75,7 @@ RowOutcome clsImportPersonalTextFile::importRow(int row, std::string& skipReason
     saveContactPersonalTaxRTF(contact, importTaxYear, -1);
     saveContactBusinessRTF(contact, -1, -1, false);
     if (finishImportingClient) finishImportingClient(person.eventName());
+    if (finishImportingClientContact) finishImportingClientContact(contact, person.sin);
   }
   contactRow.close();
 
