@@ -68,6 +68,32 @@ long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColum
   return key;
 }
 
+long codeRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
+               std::string_view nameColumn, const std::string& name) {
+  long key = known;
+  if (known <= 0 || !db.findRecord(rs, keyColumn, idText(known))) {
+    db.addNewRecord(rs);
+    db.setNewField(rs, nameColumn, name);
+    key = static_cast<long>(db.getField(rs, keyColumn).toLong());
+    db.updateRecord(rs);
+  }
+  return db.findRecord(rs, keyColumn, idText(key)) ? key : -1;
+}
+
+void saveUserBillingRate(DatabaseService& db, std::int32_t rates, long userID,
+                         const std::string& code, float amount, bool isDefault) {
+  if (db.findRecord(rates, "UserBillingRateCode", code)) {
+    db.setField(rates, "UserBillingRate", numberText(amount));
+    return;
+  }
+  db.addNewRecord(rates);
+  db.setNewField(rates, "UserIDNum", idText(userID));
+  db.setNewField(rates, "UserBillingRateCode", code);
+  db.setNewField(rates, "UserBillingRate", numberText(amount));
+  db.setNewField(rates, "DefaultBillingRate", isDefault ? "True" : "False");
+  db.updateRecord(rates);
+}
+
 void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes) {
   const float withTaxes = subtotal + taxes;
   db.setField(rs, "UseAdjustedAmount", "True");

@@ -42,6 +42,17 @@ long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColum
                  long firm, long company, long contact,
                  std::initializer_list<std::pair<const char*, const char*>> newColumns = {});
 
+// The row of a key in a practice code table (invoice items, billing categories, job codes),
+// made current: the known row when its key finds it, else a new one, named, whose key is read
+// back. -1 when the row is not there.
+long codeRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
+               std::string_view nameColumn, const std::string& name);
+
+// The billing rate of a staff member under its code: rewritten when the code is there, else
+// added, the default rate when `isDefault`. `rates` is open updatable on the member's rates.
+void saveUserBillingRate(DatabaseService& db, std::int32_t rates, long userID,
+                         const std::string& code, float amount, bool isDefault);
+
 // The amounts of an imported invoice on its current row: the adjusted and the final amounts
 // take the subtotal, the taxes and their sum, and the adjusted amount is the one used.
 void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes);
