@@ -322,6 +322,11 @@ TEST_F(BalabossSyncTest, TheFixedSampleSyncsWhole) {
     EXPECT_EQ(counters.failed, 0) << stage;
 }
 
+TEST_F(BalabossSyncTest, EveryFieldMapColumnStandsInTheExportAndThePracticeSchema) {
+  ASSERT_EQ(balabossFieldMaps().size(), 12u);
+  testing::expectFieldMapsMatchTheSchemas(exportFile.path, balabossFieldMaps(), *db);
+}
+
 TEST_F(BalabossSyncTest, WizardRefusesWithoutAnOpenExport) {
   BalabossImportOptions options;
   SyncWizardHooks hooks;

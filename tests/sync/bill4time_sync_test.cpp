@@ -236,6 +236,11 @@ TEST_F(Bill4TimeSyncTest, ARerunWithOnlyNewEntriesCreatesNothing) {
   EXPECT_TRUE(messages.asked.empty());
 }
 
+TEST_F(Bill4TimeSyncTest, EveryFieldMapColumnStandsInTheExportAndThePracticeSchema) {
+  ASSERT_EQ(bill4TimeFieldMaps().size(), 4u);
+  testing::expectFieldMapsMatchTheSchemas(exportPath, bill4TimeFieldMaps(), *db);
+}
+
 TEST_F(Bill4TimeSyncTest, WizardRefusesWithoutAnOpenExport) {
   Bill4TimeImportOptions options;
   SyncWizardHooks hooks;

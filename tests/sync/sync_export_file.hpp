@@ -9,9 +9,13 @@
 #include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <set>
+#include <span>
 #include <sstream>
 #include <string>
 
+#include "base/general_utilities.hpp"
+#include "sync/field_map.hpp"
 #include "tests/test_support.hpp"
 
 namespace lf::testing {
@@ -52,5 +56,36 @@ class SyncExportFile {
 
   std::string path;
 };
+
+// Checks that every column a field map reads stands in its export table and every column it
+// writes in its practice table, compared without regard to case as both databases do.
+inline void expectFieldMapsMatchTheSchemas(const std::string& exportPath,
+                                           std::span<const FieldMap> maps, Database& practice) {
+  auto upper = [](std::string_view text) { return GeneralUtilities::upperCase(std::string(text)); };
+  sqlite3* exportDb = nullptr;
+  ASSERT_EQ(sqlite3_open(exportPath.c_str(), &exportDb), SQLITE_OK);
+  for (const FieldMap& map : maps) {
+    std::set<std::string> source;
+    sqlite3_stmt* st = nullptr;
+    sqlite3_prepare_v2(exportDb,
+                       ("PRAGMA table_info(\"" + std::string(map.sourceTable) + "\")").c_str(), -1,
+                       &st, nullptr);
+    while (sqlite3_step(st) == SQLITE_ROW)
+      source.insert(upper(reinterpret_cast<const char*>(sqlite3_column_text(st, 1))));
+    sqlite3_finalize(st);
+    std::set<std::string> target;
+    for (const std::string& name : practice.tableColumnNames(map.targetTable))
+      target.insert(upper(name));
+    EXPECT_FALSE(source.empty()) << map.sourceTable;
+    EXPECT_FALSE(target.empty()) << map.targetTable;
+    for (const FieldMapping& field : map.fields) {
+      EXPECT_TRUE(target.count(upper(field.target))) << map.targetTable << "." << field.target;
+      for (std::string_view column : field.source)
+        if (!column.empty())
+          EXPECT_TRUE(source.count(upper(column))) << map.sourceTable << "." << column;
+    }
+  }
+  sqlite3_close(exportDb);
+}
 
 }  // namespace lf::testing
