@@ -71,7 +71,7 @@ class clsImportBalabossInfo : public SyncEngine {
   bool openBalabossDatabase() { return openDatabase(); }
   void closeBalabossDatabase() { closeDatabase(); }
   // Intended: always "123", so that all Balaboss sources share one set of cross-references.
-  std::string getBalabossUniqueID() const { return std::string("123").substr(0, 255); }
+  std::string getBalabossUniqueID() const { return "123"; }
 
   // --- The money statements: the date range goes into the SQL --------------------------------
   std::string getBalabossWIPQuery();

@@ -115,8 +115,9 @@ long clsImportBill4TimeInfo::progressTotal() {
 }
 
 std::vector<SyncEngine::StageGroup> clsImportBill4TimeInfo::runOrder() {
-  // The deleted-client pass runs whatever is chosen; the staff stage is not run (the time
-  // entries take the staff the cross-reference knows).
+  // The deleted-client pass runs whatever is chosen (its group is the open export, which every
+  // run has); the staff stage is not run: the time entries take the staff the
+  // cross-reference knows.
   return {
       {&SyncOptions::useDatabase, {[this] { fixBill4TimeDeletedClients(); }}},
       {&SyncOptions::syncObjectsContacts,
