@@ -49,6 +49,12 @@ RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID)
                    "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
 }
 
+RowAccess employeeRow(DatabaseService& db, std::int32_t staff, long employeeID) {
+  return RowAccess(db, staff, "ContactID", employeeID,
+                   "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE ContactID=" +
+                       idText(employeeID) + ";");
+}
+
 long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
                  long firm, long company, long contact,
                  std::initializer_list<std::pair<const char*, const char*>> newColumns) {

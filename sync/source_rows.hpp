@@ -34,6 +34,8 @@ void addNoteItem(std::string& note, const std::string& item);
 // The practice row of a company or a contact, found in the run's open recordset or read alone.
 RowAccess companyRow(DatabaseService& db, std::int32_t companies, long companyID);
 RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID);
+// The practice row of a staff member; a member added during the run is found too.
+RowAccess employeeRow(DatabaseService& db, std::int32_t staff, long employeeID);
 
 // The practice row of an invoice or a deposit, made current: the known row when its key finds
 // it, else a new row of the record's client (with the further columns given) whose key is read

@@ -347,15 +347,14 @@ long clsImportBalabossInfo::createNewBalabossEmployeeAsEmployeeInLedgerfolio(
   auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
     auto src = [&](std::string_view f) { return readText(source, rsKeyPersons, f); };
     long employee = employeeID;
-    if (employeeID <= 0 ||
-        !db.findRecord(rsAccountantEmployeeInfo, "ContactID", idText(employeeID))) {
+    // A member made earlier in this run is not in the run's staff recordset: employeeRow
+    // finds it all the same.
+    if (employeeID <= 0 || !employeeRow(db, rsAccountantEmployeeInfo, employeeID).found()) {
       const std::string name = joinPresent({src("strKPFirst"), src("strKPLast")});
       if (name.empty()) return skipBecause("no name");
       employee = rec::addAccountantEmployee(name, firmID, 2);
     }
-    RowAccess row(db, rsAccountantEmployeeInfo, "ContactID", employee,
-                  "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE ContactID=" +
-                      idText(employee) + ";");
+    RowAccess row = employeeRow(db, rsAccountantEmployeeInfo, employee);
     if (!row.found()) return -1;
     if (validCompanyID(firmID)) db.setField(row, "CompanyNum", idText(firmID));
     db.setField(row, "ActiveStatus", readBool(source, rsKeyPersons, "ysnCurrent") ? "1" : "2");

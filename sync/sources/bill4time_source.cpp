@@ -141,8 +141,11 @@ void clsImportBill4TimeInfo::describeStages() {
   using K = CrossReferenceKind;
   using T = clsImportBill4TimeInfo;
 
+  // The staff creator searches the recordset the stage scans, where one user ID may stand
+  // under two names: the stage keeps its place around the creator.
   staff_ = scanStage("staff", "importBill4TimeUsers", &rsStaff, "User Id", K::Employee);
   staff_.onlyNewEntriesApply = staff_.stepsProgress = false;
+  staff_.keepsPosition = true;
   staff_.create = [this](const std::string& id, long known) {
     return createNewBill4TimeEmployeeAsEmployeeInLedgerfolio(id, practiceFirmID(), known);
   };
@@ -248,8 +251,9 @@ long clsImportBill4TimeInfo::createNewBill4TimeEmployeeAsEmployeeInLedgerfolio(
     const std::string& userID, long firmID, long employeeID) {
   auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
     long employee = employeeID;
-    if (employeeID <= 0 ||
-        !db.findRecord(rsAccountantEmployeeInfo, "ContactID", idText(employeeID))) {
+    // A member made earlier in this run is not in the run's staff recordset: employeeRow
+    // finds it all the same.
+    if (employeeID <= 0 || !employeeRow(db, rsAccountantEmployeeInfo, employeeID).found()) {
       const std::string name = readText(source, rsStaff, "User");
       if (name.empty()) return skipBecause("no name");
       employee = rec::addAccountantEmployee(name, firmID, 2);

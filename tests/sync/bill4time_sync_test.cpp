@@ -190,6 +190,26 @@ TEST_F(Bill4TimeSyncTest, StaffComeFromTimeEntriesWithRatesByFrequency) {
   EXPECT_EQ(count("SELECT * FROM Dockets WHERE UserIDNum=" + std::to_string(marion) + ";"), 3);
 }
 
+TEST_F(Bill4TimeSyncTest, AUserIDUnderTwoNamesIsOneStaffMember) {
+  sqlite3* source = nullptr;
+  ASSERT_EQ(sqlite3_open(exportPath.c_str(), &source), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(source, "UPDATE TimeEntries SET User='M. Quayle' WHERE \"Entry ID\"=2;",
+                         nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  sqlite3_close(source);
+  auto engine = makeEngine();
+  engine->setSyncObjects(true, false, false, false);
+  engine->initializeDataRecordsets();
+  engine->importBill4TimeUsers();
+  engine->closeDataRecordsets();
+  // Both staff rows are read once each, and the second finds the first one's record.
+  const StageCounters& staff = engine->ownCounters().at("staff");
+  EXPECT_EQ(staff.read, 3);
+  EXPECT_EQ(staff.created, 2);
+  EXPECT_EQ(staff.updated, 1);
+  EXPECT_EQ(count("SELECT * FROM AccountantEmployeeInfo WHERE LastName='Quayle';"), 1);
+}
+
 TEST_F(Bill4TimeSyncTest, TheWIPStatementKeepsItsStatusesAndItsOnDateRefusal) {
   auto runWith = [&](bool useRange, long type) {
     db->executeStatement("DELETE FROM Dockets;");
