@@ -1,6 +1,6 @@
-// lfimport sync tps|cch: synchronises a practice system's export database into a practice
-// database, through the source's wizard driven by an answers file, at the terminal, or with
-// the wizard's defaults (all four groups, the pre-checked client guesses, date ranges from
+// lfimport sync tps|cch|balaboss|bill4time: synchronises a practice system's export database into a
+// practice database, through the source's wizard driven by an answers file, at the terminal, or
+// with the wizard's defaults (all four groups, the pre-checked client guesses, date ranges from
 // yesterday, only new entries). With --list-clients it prints the export's clients as the
 // wizard classifies them, as JSON. The run report (counters per stage, messages, questions
 // and answers, errors) is summarised on stderr and written as JSON with --report. The exit
@@ -23,10 +23,18 @@
 #include "db/access_export_copy.hpp"
 #include "db/database_factory.hpp"
 #include "host/progress_dialog.hpp"
+#include "sync/balaboss_contact_tree.hpp"
+#include "sync/balaboss_wizard.hpp"
+#include "sync/bill4time_contact_tree.hpp"
+#include "sync/bill4time_wizard.hpp"
 #include "sync/cch_practice_contact_tree.hpp"
 #include "sync/cch_practice_wizard.hpp"
+#include "sync/cls_import_balaboss_info.hpp"
+#include "sync/cls_import_bill4time_info.hpp"
 #include "sync/cls_import_cch_practice_info.hpp"
 #include "sync/cls_import_tps_information.hpp"
+#include "sync/sources/balaboss_source.hpp"
+#include "sync/sources/bill4time_source.hpp"
 #include "sync/sources/cch_practice_source.hpp"
 #include "sync/sources/tps_source.hpp"
 #include "sync/sync_wizard_terminal.hpp"
@@ -235,6 +243,46 @@ SyncSourceCommand cchCommand() {
           }};
 }
 
+SyncSourceCommand balabossCommand() {
+  return {"balaboss", "Balaboss", &balabossSourceDescription,
+          [] { return std::make_unique<clsBalabossContactTree>(); },
+          [](std::unique_ptr<SyncEngine>& owner, RunWizard& openForm) -> SyncEngine& {
+            auto engine = std::make_unique<clsImportBalabossInfo>();
+            clsImportBalabossInfo& e = *engine;
+            openForm = [&e](SyncWizardHooks hooks, const std::function<bool(SyncWizard&)>& front) {
+              bool finished = false;
+              e.runWizard = [&](clsImportBalabossInfo& engine) {
+                frmBalabossWizard wizard(engine.options(), std::move(hooks));
+                finished = front(wizard);
+              };
+              e.openBalabossImportForm();
+              return finished;
+            };
+            owner = std::move(engine);
+            return e;
+          }};
+}
+
+SyncSourceCommand bill4TimeCommand() {
+  return {"bill4time", "Bill4Time", &bill4TimeSourceDescription,
+          [] { return std::make_unique<clsBill4TimeContactTree>(); },
+          [](std::unique_ptr<SyncEngine>& owner, RunWizard& openForm) -> SyncEngine& {
+            auto engine = std::make_unique<clsImportBill4TimeInfo>();
+            clsImportBill4TimeInfo& e = *engine;
+            openForm = [&e](SyncWizardHooks hooks, const std::function<bool(SyncWizard&)>& front) {
+              bool finished = false;
+              e.runWizard = [&](clsImportBill4TimeInfo& engine) {
+                frmBill4TimeWizard wizard(engine.options(), std::move(hooks));
+                finished = front(wizard);
+              };
+              e.openBill4TimeImportForm();
+              return finished;
+            };
+            owner = std::move(engine);
+            return e;
+          }};
+}
+
 CLI::App* syncCommand(CLI::App& app) {
   for (CLI::App* sub : app.get_subcommands({}))
     if (sub->get_name() == "sync") return sub;
@@ -273,6 +321,8 @@ void addSourceCommand(CLI::App& app, const SyncSourceCommand& source) {
 CommandRegistration registration(30, [](CLI::App& app) {
   addSourceCommand(app, tpsCommand());
   addSourceCommand(app, cchCommand());
+  addSourceCommand(app, balabossCommand());
+  addSourceCommand(app, bill4TimeCommand());
 });
 
 }  // namespace

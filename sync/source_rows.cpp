@@ -49,6 +49,12 @@ RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID)
                    "SELECT Contacts.* FROM Contacts WHERE ContactID=" + idText(contactID) + ";");
 }
 
+RowAccess employeeRow(DatabaseService& db, std::int32_t staff, long employeeID) {
+  return RowAccess(db, staff, "ContactID", employeeID,
+                   "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE ContactID=" +
+                       idText(employeeID) + ";");
+}
+
 long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
                  long firm, long company, long contact,
                  std::initializer_list<std::pair<const char*, const char*>> newColumns) {
@@ -66,6 +72,32 @@ long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColum
   db.setField(rs, "CompanyIDNum", idText(company));
   db.setField(rs, "ContactIDNum", idText(contact));
   return key;
+}
+
+long codeRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
+               std::string_view nameColumn, const std::string& name) {
+  long key = known;
+  if (known <= 0 || !db.findRecord(rs, keyColumn, idText(known))) {
+    db.addNewRecord(rs);
+    db.setNewField(rs, nameColumn, name);
+    key = static_cast<long>(db.getField(rs, keyColumn).toLong());
+    db.updateRecord(rs);
+  }
+  return db.findRecord(rs, keyColumn, idText(key)) ? key : -1;
+}
+
+void saveUserBillingRate(DatabaseService& db, std::int32_t rates, long userID,
+                         const std::string& code, float amount, bool isDefault) {
+  if (db.findRecord(rates, "UserBillingRateCode", code)) {
+    db.setField(rates, "UserBillingRate", numberText(amount));
+    return;
+  }
+  db.addNewRecord(rates);
+  db.setNewField(rates, "UserIDNum", idText(userID));
+  db.setNewField(rates, "UserBillingRateCode", code);
+  db.setNewField(rates, "UserBillingRate", numberText(amount));
+  db.setNewField(rates, "DefaultBillingRate", isDefault ? "True" : "False");
+  db.updateRecord(rates);
 }
 
 void writeInvoiceAmounts(DatabaseService& db, std::int32_t rs, float subtotal, float taxes) {

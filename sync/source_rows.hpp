@@ -34,6 +34,8 @@ void addNoteItem(std::string& note, const std::string& item);
 // The practice row of a company or a contact, found in the run's open recordset or read alone.
 RowAccess companyRow(DatabaseService& db, std::int32_t companies, long companyID);
 RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID);
+// The practice row of a staff member; a member added during the run is found too.
+RowAccess employeeRow(DatabaseService& db, std::int32_t staff, long employeeID);
 
 // The practice row of an invoice or a deposit, made current: the known row when its key finds
 // it, else a new row of the record's client (with the further columns given) whose key is read
@@ -41,6 +43,17 @@ RowAccess contactRow(DatabaseService& db, std::int32_t contacts, long contactID)
 long clientRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
                  long firm, long company, long contact,
                  std::initializer_list<std::pair<const char*, const char*>> newColumns = {});
+
+// The row of a key in a practice code table (invoice items, billing categories, job codes),
+// made current: the known row when its key finds it, else a new one, named, whose key is read
+// back. -1 when the row is not there.
+long codeRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
+               std::string_view nameColumn, const std::string& name);
+
+// The billing rate of a staff member under its code: rewritten when the code is there, else
+// added, the default rate when `isDefault`. `rates` is open updatable on the member's rates.
+void saveUserBillingRate(DatabaseService& db, std::int32_t rates, long userID,
+                         const std::string& code, float amount, bool isDefault);
 
 // The amounts of an imported invoice on its current row: the adjusted and the final amounts
 // take the subtotal, the taxes and their sum, and the adjusted amount is the one used.

@@ -190,21 +190,6 @@ constexpr FieldMap kFieldMaps[] = {
 
 const std::vector<std::string> kClientKey = {"ClientID", "Engagement"};
 
-// The row of a key in a practice table of the work-code passes, made current: the known row
-// when its key finds it, else a new one, named, whose key is read back. -1 when the row is not
-// there.
-long codeRowOf(DatabaseService& db, std::int32_t rs, std::string_view keyColumn, long known,
-               std::string_view nameColumn, const std::string& name) {
-  long key = known;
-  if (known <= 0 || !db.findRecord(rs, keyColumn, idText(known))) {
-    db.addNewRecord(rs);
-    db.setNewField(rs, nameColumn, name);
-    key = static_cast<long>(db.getField(rs, keyColumn).toLong());
-    db.updateRecord(rs);
-  }
-  return db.findRecord(rs, keyColumn, idText(key)) ? key : -1;
-}
-
 }  // namespace
 
 std::span<const FieldMap> cchPracticeFieldMaps() {
@@ -405,18 +390,8 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeEmployeeAsEmployeeInLedgerfol
     for (int i = 1; i <= 10; ++i) {
       const std::string rate = src("Rate" + std::to_string(i));
       if (rate.empty()) continue;
-      const std::string code = " Rate " + std::to_string(i);
-      const std::string amount = numberText(parseSourceMoney(rate));
-      if (db.findRecord(rates, "UserBillingRateCode", code)) {
-        db.setField(rates, "UserBillingRate", amount);
-        continue;
-      }
-      db.addNewRecord(rates);
-      db.setNewField(rates, "UserIDNum", idText(result));
-      db.setNewField(rates, "UserBillingRateCode", code);
-      db.setNewField(rates, "UserBillingRate", amount);
-      db.setNewField(rates, "DefaultBillingRate", i == 1 ? "True" : "False");
-      db.updateRecord(rates);
+      saveUserBillingRate(db, rates, result, " Rate " + std::to_string(i), parseSourceMoney(rate),
+                          i == 1);
     }
     rec::saveEmployeeBusinessRTF(result);
     rec::saveEmployeePersonalRTF(result);

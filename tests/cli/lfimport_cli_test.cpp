@@ -154,4 +154,43 @@ TEST_F(LfimportProgram, SyncCchListsClientPairsThenSyncsTheSampleAndARerunAddsNo
   EXPECT_EQ(created("again.json"), 0);
 }
 
+TEST_F(LfimportProgram, SyncBalabossThenBill4TimeShareTheirRecordsAndARerunAddsNothing) {
+  const std::string samples = std::string(LF_SOURCE_DIR) + "/samples/";
+  CommandRun list =
+      lfimport("sync bill4time --list-clients --source '" + samples + "bill4time_export.db'");
+  ASSERT_EQ(list.exitCode, 0);
+  const auto clients = nlohmann::json::parse(list.out);
+  ASSERT_EQ(clients.size(), 4u);  // the deleted client is not listed
+  EXPECT_EQ(clients[1]["id"], "102");
+  EXPECT_EQ(clients[1]["business"], true);
+
+  ASSERT_EQ(lfimport("init '" + practice + "'").exitCode, 0);
+  auto sync = [&](const std::string& source, const std::string& report) {
+    return lfimport("sync " + source + " --quiet --source '" + samples + source +
+                    "_export.db' --practice '" + practice + "' --answers '" + samples + source +
+                    "_answers.json' --report '" + (folder / report).string() + "'")
+        .exitCode;
+  };
+  auto created = [&](const std::string& report) {
+    std::ifstream in(folder / report);
+    const nlohmann::json json = nlohmann::json::parse(in);
+    long total = 0;
+    for (const auto& stage : json["stages"]) total += stage["created"].get<long>();
+    return total;
+  };
+  ASSERT_EQ(sync("balaboss", "balaboss.json"), 0);
+  EXPECT_EQ(created("balaboss.json"), 20);
+  ASSERT_EQ(sync("bill4time", "first.json"), 0);
+  // One set of cross-references: the Balaboss WIP rows 1 to 3 are the Bill4Time time entries
+  // 1 to 3 to it, so those are known already; entry 4 is new, 6 belongs to a deleted client.
+  EXPECT_EQ(created("first.json"), 8);
+  std::ifstream in(folder / "first.json");
+  const nlohmann::json first = nlohmann::json::parse(in);
+  for (const auto& stage : first["stages"])
+    if (stage["stage"] == "time entries")
+      EXPECT_EQ(stage["skippedBecause"]["known from an earlier run (only new entries)"], 3);
+  ASSERT_EQ(sync("bill4time", "again.json"), 0);
+  EXPECT_EQ(created("again.json"), 0);
+}
+
 }  // namespace
