@@ -186,9 +186,11 @@ TEST_F(LfimportProgram, SyncBalabossThenBill4TimeShareTheirRecordsAndARerunAddsN
   EXPECT_EQ(created("first.json"), 8);
   std::ifstream in(folder / "first.json");
   const nlohmann::json first = nlohmann::json::parse(in);
-  for (const auto& stage : first["stages"])
-    if (stage["stage"] == "time entries")
+  for (const auto& stage : first["stages"]) {
+    if (stage["stage"] == "time entries") {
       EXPECT_EQ(stage["skippedBecause"]["known from an earlier run (only new entries)"], 3);
+    }
+  }
   ASSERT_EQ(sync("bill4time", "again.json"), 0);
   EXPECT_EQ(created("again.json"), 0);
 }

@@ -81,8 +81,9 @@ inline void expectFieldMapsMatchTheSchemas(const std::string& exportPath,
     for (const FieldMapping& field : map.fields) {
       EXPECT_TRUE(target.count(upper(field.target))) << map.targetTable << "." << field.target;
       for (std::string_view column : field.source)
-        if (!column.empty())
+        if (!column.empty()) {
           EXPECT_TRUE(source.count(upper(column))) << map.sourceTable << "." << column;
+        }
     }
   }
   sqlite3_close(exportDb);
