@@ -17,6 +17,7 @@
 #include "cli/host_session.hpp"
 #include "cli/import_command.hpp"
 #include "cli/json_output.hpp"
+#include "cli/report_file.hpp"
 #include "host/message_box.hpp"
 #include "host/progress_dialog.hpp"
 #include "text/cls_import_business_text_file.hpp"
@@ -37,14 +38,6 @@ struct ImportClientsOptions {
   bool autoMap = false;
 };
 
-void requireReportFolder(const std::string& path) {
-  namespace fs = std::filesystem;
-  if (fs::is_directory(path)) throw Failure("the report '" + path + "' is a folder");
-  const fs::path folder = fs::path(path).parent_path();
-  if (!folder.empty() && !fs::is_directory(folder))
-    throw Failure("the folder of the report '" + path + "' does not exist");
-}
-
 int runImport(const ImportClientsOptions& o, bool personal) {
   const char* name = personal ? "import personal" : "import business";
   TextImportAnswers answers;
@@ -57,7 +50,7 @@ int runImport(const ImportClientsOptions& o, bool personal) {
         "no answers file (--answers) and no terminal to ask at: which field each column holds "
         "must be given in an answers file, or at the terminal with --interactive");
   checkImportFile(answers.file);
-  if (!o.reportPath.empty()) requireReportFolder(o.reportPath);
+  if (!o.reportPath.empty()) requireReportPath(o.reportPath);
 
   HostSession session(o.host);
   RunReport& report = session.report();
@@ -91,11 +84,7 @@ int runImport(const ImportClientsOptions& o, bool personal) {
     report.addMessage("Assigned automatically: " + choice, kMessageInformation);
 
   if (!o.host.quiet) std::cerr << report.summary();
-  if (!o.reportPath.empty()) {
-    std::ofstream out(o.reportPath, std::ios::binary | std::ios::trunc);
-    out << jsonText(report.toJson()) << "\n";
-    if (!out) throw Failure("cannot write the report '" + o.reportPath + "'");
-  }
+  if (!o.reportPath.empty()) writeReportFile(report, o.reportPath);
   if (!finished) {
     std::cerr << "lfimport " << name << ": the wizard did not finish; nothing was imported\n";
     return kExitUsage;

@@ -19,6 +19,7 @@
 #include "cli/host_session.hpp"
 #include "cli/import_command.hpp"
 #include "cli/json_output.hpp"
+#include "cli/report_file.hpp"
 #include "host/message_box.hpp"
 #include "host/progress_dialog.hpp"
 #include "tax/cantax_wizard_answers.hpp"
@@ -71,14 +72,6 @@ std::unique_ptr<TaxExportImportWizard> makeWizard(const std::string& route,
   return wizard;
 }
 
-void requireReportFolder(const std::string& path) {
-  namespace fs = std::filesystem;
-  if (fs::is_directory(path)) throw Failure("the report '" + path + "' is a folder");
-  const fs::path folder = fs::path(path).parent_path();
-  if (!folder.empty() && !fs::is_directory(folder))
-    throw Failure("the folder of the report '" + path + "' does not exist");
-}
-
 int runTaxImport(const TaxImportOptions& o, const Route& route) {
   const std::string name = std::string("import ") + route.name;
   TaxImportAnswers answers;
@@ -86,7 +79,7 @@ int runTaxImport(const TaxImportOptions& o, const Route& route) {
   if (!o.file.empty()) answers.text.file = o.file;
   if (answers.text.file.empty()) throw UsageError("no export file given (--file)");
   checkImportFile(answers.text.file);
-  if (!o.reportPath.empty()) requireReportFolder(o.reportPath);
+  if (!o.reportPath.empty()) requireReportPath(o.reportPath);
   const bool interactive = o.host.interactive;
 
   HostSession session(o.host);
@@ -121,11 +114,7 @@ int runTaxImport(const TaxImportOptions& o, const Route& route) {
                       kMessageInformation);
 
   if (!o.host.quiet) std::cerr << report.summary();
-  if (!o.reportPath.empty()) {
-    std::ofstream out(o.reportPath, std::ios::binary | std::ios::trunc);
-    out << jsonText(report.toJson()) << "\n";
-    if (!out) throw Failure("cannot write the report '" + o.reportPath + "'");
-  }
+  if (!o.reportPath.empty()) writeReportFile(report, o.reportPath);
   if (!finished) {
     std::cerr << "lfimport " << name << ": the wizard did not finish; nothing was imported\n";
     return kExitUsage;

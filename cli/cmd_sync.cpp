@@ -20,6 +20,7 @@
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
 #include "cli/json_output.hpp"
+#include "cli/report_file.hpp"
 #include "db/access_export_copy.hpp"
 #include "db/database_factory.hpp"
 #include "host/progress_dialog.hpp"
@@ -79,22 +80,6 @@ void requireExportFile(const std::string& path, const std::string& word) {
     throw Failure("'" + path + "' is a folder, not a " + word + " export");
   if (status.type() != fs::file_type::regular)
     throw Failure("'" + path + "' is not a " + word + " export file");
-}
-
-// Refuses a report path that cannot be written, before the sync runs rather than after it.
-void requireReportPath(const std::string& path) {
-  namespace fs = std::filesystem;
-  if (fs::is_directory(path)) throw Failure("the report '" + path + "' is a folder");
-  const fs::path folder = fs::path(path).parent_path();
-  if (!folder.empty() && !fs::is_directory(folder))
-    throw Failure("the folder of the report '" + path + "' does not exist");
-}
-
-void writeReport(const RunReport& report, const std::string& path) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (out) out << jsonText(report.toJson()) << "\n";
-  out.close();
-  if (!out) throw Failure("cannot write the report '" + path + "'");
 }
 
 int listClients(const SyncSourceCommand& command, const std::string& sourcePath) {
@@ -189,7 +174,7 @@ int runSync(const SyncSourceCommand& command, const SyncCommandOptions& options)
   });
 
   if (!options.host.quiet) std::cerr << report.summary();
-  if (!options.reportPath.empty()) writeReport(report, options.reportPath);
+  if (!options.reportPath.empty()) writeReportFile(report, options.reportPath);
   if (!finished) {
     std::cerr << "lfimport sync " << command.name
               << ": the wizard did not finish; nothing was synchronised\n";
