@@ -10,6 +10,8 @@
 // - A return that another holder has locked (profile_file_lock.hpp) is refused with "This file
 //   may be in use by another user". A writable load holds the lock until close.
 // - A damaged or foreign file fails with the unspecified error, never worse.
+// - Field keys are read without regard to letter case ("SpouseFirstname" is "SpouseFirstName");
+//   a text that is no field key fails with the unspecified error.
 // - SaveFile writes the whole return atomically (temporary file, then rename).
 // - Which ProgIDs are installed is given to the factory (the host setting
 //   "ProfileInstalledProgIDs": "all", "none", or the ProgIDs separated by commas); creating
