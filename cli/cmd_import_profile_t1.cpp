@@ -31,22 +31,6 @@ struct ImportProfileOptions {
   std::string reportPath;
 };
 
-// The password question answered from the answers file: each password once, in order, with
-// the remember box ticked; then Cancel.
-class AnswersPasswordForm : public ProfilePasswordForm {
- public:
-  explicit AnswersPasswordForm(std::vector<std::string> passwords)
-      : passwords_(std::move(passwords)) {}
-  ProfilePasswordEntry ask(const std::string&, const std::string&, const std::string&) override {
-    if (next_ >= passwords_.size()) return {};
-    return {passwords_[next_++], true};
-  }
-
- private:
-  std::vector<std::string> passwords_;
-  size_t next_ = 0;
-};
-
 // The personal returns of the folder (not its subfolders), by name: the extensions "04T" to
 // "18T" in any letter case.
 std::vector<std::string> scanProfileT1Folder(const std::string& folder) {
@@ -80,7 +64,7 @@ int runImportProfileT1(const ImportProfileOptions& o) {
   setProfileObjectFactory(makeProfileStandIn(session.practice()));
 
   clsImportProfileT1 import;
-  AnswersPasswordForm passwords(answers.passwords);
+  ProfileListedPasswords passwords(answers.passwords);
   import.setPasswordForm(&passwords);
   import.importTaxYear = answers.year ? *answers.year : session.locale().getCurrentPersonalYear();
   for (int option : answers.options) import.chkOption[option] = true;

@@ -44,6 +44,22 @@ class ProfilePasswordForm {
                                    const std::string& text) = 0;
 };
 
+// The password question answered from a list, each password once and remembered; then
+// Cancel. For unattended runs.
+class ProfileListedPasswords : public ProfilePasswordForm {
+ public:
+  explicit ProfileListedPasswords(std::vector<std::string> passwords)
+      : passwords_(std::move(passwords)) {}
+  ProfilePasswordEntry ask(const std::string&, const std::string&, const std::string&) override {
+    if (next_ >= passwords_.size()) return {};
+    return {passwords_[next_++], true};
+  }
+
+ private:
+  std::vector<std::string> passwords_;
+  size_t next_ = 0;
+};
+
 class ProfileAutomationLayer {
  public:
   enum class Family { T1, T2 };

@@ -1,5 +1,5 @@
-// lfimport import profile-t1 end to end on the sample folder of returns, and a killed import
-// run again.
+// lfimport import profile-t1 and profile-t2 end to end on the sample folder of returns, and a
+// killed import run again.
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sqlite3.h>
@@ -112,6 +112,24 @@ TEST_F(ImportProfileT1Command, SampleFolderWithPasswordAnd17TFile) {
   EXPECT_EQ(rows["PersonalTaxProfileInfo"], 12);
   // Ten taxpayers and the two spouses of the couples.
   EXPECT_EQ(rows["Contacts"].get<long>() - contactsBefore, 12);
+}
+
+TEST_F(ImportProfileT1Command, CorporateReturnsMostRecentOfEachBusinessNumber) {
+  makeReturns("");
+  const fs::path report = folder / "report.json";
+  CommandRun done =
+      lfimport("import profile-t2 --quiet --most-recent --practice '" + practice + "' --folder '" +
+               (folder / "returns").string() + "' --report '" + report.string() + "'");
+  ASSERT_EQ(done.exitCode, 0) << done.out;
+  auto json = nlohmann::json::parse(std::ifstream(report));
+  // Harbourview's three year ends lose the middle one; Northwind keeps its one return.
+  EXPECT_EQ(json["stages"][0]["read"], 3) << json.dump(2);
+  EXPECT_EQ(json["stages"][0]["created"], 2);
+  EXPECT_EQ(json["stages"][0]["updated"], 1);
+  EXPECT_EQ(lfimport("import profile-t2 --practice '" + practice + "' --folder '" +
+                     (folder / "missing").string() + "'")
+                .exitCode,
+            1);
 }
 
 TEST_F(ImportProfileT1Command, KilledImportRunAgainEndsAsOneUninterruptedRun) {
