@@ -345,11 +345,14 @@ bool clsImportProfileT1::importProfileT1FileInformation(const std::string& path,
     // 6: the return's row of PersonalTaxProfileInfo.
     if (contact > 0) {
       ignoreErrors([&] {
-        RecordsetScope info(*db,
-                            "SELECT PersonalTaxProfileInfo.* FROM PersonalTaxProfileInfo WHERE "
-                            "PersonalTaxProfileInfo.TaxYear = " +
-                                year + ";",
-                            kLockOptimistic);
+        // The year's rows of this contact only: the same find, without reading the whole year
+        // for every return.
+        RecordsetScope info(
+            *db,
+            "SELECT PersonalTaxProfileInfo.* FROM PersonalTaxProfileInfo WHERE "
+            "PersonalTaxProfileInfo.TaxYear = " +
+                year + " AND PersonalTaxProfileInfo.ContactNum = " + std::to_string(contact) + ";",
+            kLockOptimistic);
         bool found = db->findRecord(info, "ContactNum", std::to_string(contact));
         auto set = [&](const std::string& column, const std::string& value) {
           ignoreErrors([&] {
@@ -413,9 +416,11 @@ bool clsImportProfileT1::importProfileT1FileInformation(const std::string& path,
         ++contactsCreated;
       }
       if (spouseImport && spouse > 0) {
-        auto [spouseRelation, clientRelation] =
+        const auto relations =
             coupleRelations(GeneralUtilities::trim(field(client, "T1Info.B[10]")),
                             GeneralUtilities::trim(field(client, "T1Info.B[23]")));
+        const std::string& spouseRelation = relations.first;
+        const std::string& clientRelation = relations.second;
         if (!spouseRelation.empty() && contact > 0)
           ignoreErrors([&] { addContactLink(spouse, -1, -1, contact, spouseRelation, true); });
         // Intended: the first-name skip reads the client list's row, which is past its end,
