@@ -104,25 +104,25 @@ def spouse_of(rng, client):
 
 
 def add_sole_proprietorship(rng, fields, owners):
-    """Form 2125, copy 1: the business and, from row 2 on, further owners."""
+    """Form 2125, copy 0 (the taxpayer's): the business and, from row 2 on, further owners."""
     city, prov, postal = rng.choice(CITIES)
     fields.update({
-        "T2125.S[1,3]": "%s %s" % (fields["ClientLastName"], rng.choice(BUSINESS)),
-        "T2125[1,2]": "%d-12-31" % rng.randint(2014, 2016),
-        "T2125.S[1,12]": "%09d" % rng.randint(100000000, 899999999),
-        "T2125.S[1,5]": "%d %s" % (rng.randint(1, 999), rng.choice(STREETS)),
-        "T2125.S[1,7]": city,
-        "T2125.S[1,10]": prov,
-        "T2125.S[1,8]": postal,
-        "T2125Owners[1,0,0]": "%d" % (100 - 10 * owners),
+        "T2125.S[0,3]": "%s %s" % (fields["ClientLastName"], rng.choice(BUSINESS)),
+        "T2125[0,2]": "%d-12-31" % rng.randint(2014, 2016),
+        "T2125.S[0,12]": "%09d" % rng.randint(100000000, 899999999),
+        "T2125.S[0,5]": "%d %s" % (rng.randint(1, 999), rng.choice(STREETS)),
+        "T2125.S[0,7]": city,
+        "T2125.S[0,10]": prov,
+        "T2125.S[0,8]": postal,
+        "T2125Owners[0,0,0]": "%d" % (100 - 10 * owners),
     })
     for n in range(2, 2 + owners):
         c2, p2, z2 = rng.choice(CITIES)
-        fields["T2125Owners.S[1,%d,0]" % n] = rng.choice(FIRST)
-        fields["T2125Owners.S[1,%d,1]" % n] = rng.choice(LAST)
-        fields["T2125Owners[1,%d,0]" % n] = "10"
-        fields["T2125Owners.S[1,%d,2]" % n] = sin(rng)
-        fields["T2125Owners.S[1,%d,3]" % n] = "%d %s, %s, %s %s" % (
+        fields["T2125Owners.S[0,%d,0]" % n] = rng.choice(FIRST)
+        fields["T2125Owners.S[0,%d,1]" % n] = rng.choice(LAST)
+        fields["T2125Owners[0,%d,0]" % n] = "10"
+        fields["T2125Owners.S[0,%d,2]" % n] = sin(rng)
+        fields["T2125Owners.S[0,%d,3]" % n] = "%d %s, %s, %s %s" % (
             rng.randint(1, 999), rng.choice(STREETS), c2, p2, z2)
 
 

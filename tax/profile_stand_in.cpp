@@ -134,9 +134,27 @@ std::map<std::string, std::string>::iterator findKey(ProfileReturnClient& client
   return client.fields.end();
 }
 
+// Whether the return holds any cell of the copy of a repeating form (or of its table).
+bool hasFormCopy(ProfileReturnClient& client, const ProfileFieldKey& wanted) {
+  std::string form = GeneralUtilities::upperCase(wanted.name);
+  if (form.size() > 6 && form.ends_with("OWNERS")) form.resize(form.size() - 6);
+  for (const auto& [stored, value] : client.fields) {
+    std::optional<ProfileFieldKey> key = parseProfileFieldKey(stored);
+    if (!key || key->index.size() < 2 || key->index[0] != wanted.index[0]) continue;
+    std::string name = GeneralUtilities::upperCase(key->name);
+    if (name.size() > 6 && name.ends_with("OWNERS")) name.resize(name.size() - 6);
+    if (name == form) return true;
+  }
+  return false;
+}
+
 Variant StandInClient::Field(std::string_view key) {
-  if (!parseProfileFieldKey(key)) fail("Unknown field '" + std::string(key) + "'");
+  std::optional<ProfileFieldKey> parsed = parseProfileFieldKey(key);
+  if (!parsed) fail("Unknown field '" + std::string(key) + "'");
   ProfileReturnClient& client = data();
+  // A copy of a repeating form that the return does not have cannot be read.
+  if (parsed->index.size() >= 2 && !hasFormCopy(client, *parsed))
+    fail("The return has no copy " + std::to_string(parsed->index[0]) + " of form " + parsed->name);
   auto it = findKey(client, key);
   return Variant::text(it == client.fields.end() ? std::string() : it->second);
 }

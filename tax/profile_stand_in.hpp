@@ -11,7 +11,9 @@
 //   may be in use by another user". A writable load holds the lock until close.
 // - A damaged or foreign file fails with the unspecified error, never worse.
 // - Field keys are read without regard to letter case ("SpouseFirstname" is "SpouseFirstName");
-//   a text that is no field key fails with the unspecified error.
+//   a text that is no field key fails with the unspecified error, and so does a cell of a copy
+//   of a repeating form ("T2125.S[1,3]", "T2125Owners[1,2,0]") of which the return holds no
+//   cell at all: that form is not in the return.
 // - SaveFile writes the whole return atomically (temporary file, then rename).
 // - Which ProgIDs are installed is given to the factory (the host setting
 //   "ProfileInstalledProgIDs": "all", "none", or the ProgIDs separated by commas); creating

@@ -20,6 +20,7 @@
 #include "tax/profile_return_file.hpp"
 #include "tax/profile_t1_field_list.hpp"
 #include "tax/profile_value_formats.hpp"
+#include "tax/sole_proprietorship_import.hpp"
 #include "text/duplicate_question.hpp"
 #include "text/row_write_group.hpp"
 
@@ -223,7 +224,7 @@ void clsImportProfileT1::runProfileFileAction(const std::string& path, ProfileFi
 
 bool clsImportProfileT1::importProfileT1FileInformation(const std::string& path,
                                                         ProfileClient& client,
-                                                        ProfileClient* /*second*/) {
+                                                        ProfileClient* second) {
   bool imported = false;
   procedure(procedureLabel("importProfileT1FileInformation"), [&] {
     DatabaseService* db = usablePracticeDatabase();
@@ -429,6 +430,18 @@ bool clsImportProfileT1::importProfileT1FileInformation(const std::string& path,
             importPerson(spouse, lists.spouse, false, clientName, clientAddress, spouseAddress);
         if (!clientRelation.empty() && contact > 0)
           ignoreErrors([&] { addContactLink(contact, -1, -1, spouse, clientRelation, true); });
+      }
+    }
+
+    // 8: the businesses of the statements of business activities.
+    if (chkImprtBusinessInformation && imported) {
+      long owner = contact;
+      importProfileSoleProprietorshipInformation(client, owner, false, companyDuplicatesControl,
+                                                 importTaxYear);
+      if (second != nullptr) {
+        owner = spouse;
+        importProfileSoleProprietorshipInformation(*second, owner, true, companyDuplicatesControl,
+                                                   importTaxYear);
       }
     }
 

@@ -69,6 +69,8 @@ class clsImportProfileT1 : public ImportServices, public ProfileAutomationLayer 
 
   // The contact duplicates control of the wizard (nvContactDuplicates1); none: no checking.
   ImportDuplicatesControl* contactDuplicatesControl = nullptr;
+  // The company duplicates control, for the businesses of the returns.
+  ImportDuplicatesControl* companyDuplicatesControl = nullptr;
 
   // The run report's counts of an import: each selected file read, its client created or
   // updated, or the file skipped or failed with the reason.
