@@ -16,6 +16,7 @@
 #include "cli/import_command.hpp"
 #include "cli/json_output.hpp"
 #include "host/practice_import_duplicates.hpp"
+#include "records/export_folders.hpp"
 #include "tax/profile_return_file.hpp"
 #include "tax/profile_stand_in.hpp"
 #include "tax/profile_t1_answers.hpp"
@@ -50,13 +51,16 @@ int runImportProfileT1(const ImportProfileOptions& o) {
   ProfileT1Answers answers;
   if (!o.answers.empty()) answers = readProfileT1Answers(o.answers);
   if (!o.folder.empty()) answers.folder = o.folder;
-  if (answers.folder.empty()) throw UsageError("no folder of returns given (--folder)");
-  if (!std::filesystem::is_directory(answers.folder))
-    throw Failure("the folder '" + answers.folder + "' does not exist");
   if (!o.reportPath.empty() && std::filesystem::is_directory(o.reportPath))
     throw Failure("the report '" + o.reportPath + "' is a folder");
 
   HostSession session(o.host);
+  // Without a folder, the one the user's last import read.
+  if (answers.folder.empty()) answers.folder = getProfileT1Folder();
+  if (answers.folder.empty())
+    throw UsageError("no folder of returns given (--folder), and none remembered");
+  if (!std::filesystem::is_directory(answers.folder))
+    throw Failure("the folder '" + answers.folder + "' does not exist");
   RunReport& report = session.report();
   std::ostream* log = o.host.quiet ? nullptr : &std::cerr;
   auto answersBox = makeAnswersMessageBox(answers.questions, &report, log);
@@ -76,6 +80,7 @@ int runImportProfileT1(const ImportProfileOptions& o) {
   duplicates.setAction(answers.action);
   import.contactDuplicatesControl = &duplicates;
 
+  import.setFolderString(answers.folder);
   for (const std::string& path : scanProfileT1Folder(answers.folder))
     import.addProfileFileToImportList(path);
   if (answers.selectByYear || answers.selectNotInLedgerfolio) {

@@ -10,10 +10,12 @@
 #include "db/database_service.hpp"
 #include "db/recordset_scope.hpp"
 #include "host/client_drop_down.hpp"
+#include "host/file_utilities.hpp"
 #include "host/import_duplicates_control.hpp"
 #include "host/run_report.hpp"
 #include "records/contact_records.hpp"
 #include "records/contact_sin_synch.hpp"
+#include "records/export_folders.hpp"
 #include "records/lookups.hpp"
 #include "records/personal_tax_records.hpp"
 #include "summaries/contact_summaries.hpp"
@@ -83,6 +85,15 @@ std::pair<std::string, std::string> coupleRelations(const std::string& b10,
 
 clsImportProfileT1::clsImportProfileT1() : ProfileAutomationLayer(Family::T1) {
   createFieldList();
+}
+
+std::string clsImportProfileT1::folderString() {
+  std::string folder = getProfileT1Folder();
+  return FileUtilities::getSystemDrive(folder.empty() ? "C:\\" : folder);
+}
+
+void clsImportProfileT1::setFolderString(const std::string& folder) {
+  putProfileT1Folder(folder);
 }
 
 void clsImportProfileT1::addProfileFileToImportList(const std::string& path) {

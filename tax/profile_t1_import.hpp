@@ -54,6 +54,11 @@ class clsImportProfileT1 : public ImportServices, public ProfileAutomationLayer 
   // Runs the selection by the two options (under the analysis dialog when asked).
   void selectSpecificProfileT1Files(bool showDialog);
 
+  // The remembered folder of the returns: the stored one when that folder exists, else the
+  // root of the system drive. Setting it stores it for the signed-in user.
+  std::string folderString();
+  void setFolderString(const std::string& folder);
+
   bool selectOnlyClientsNotAlreadyEnteredInLedgerfolioFlag = false;
   bool selectOnlySpecificTaxYearFlag = false;
   long specificTaxYearSelection = 0;

@@ -112,6 +112,14 @@ TEST_F(ImportProfileT1Command, SampleFolderWithPasswordAnd17TFile) {
   EXPECT_EQ(rows["PersonalTaxProfileInfo"], 12);
   // Ten taxpayers and the two spouses of the couples.
   EXPECT_EQ(rows["Contacts"].get<long>() - contactsBefore, 12);
+
+  // Again without a folder: the remembered one, whose clients are now found by SIN.
+  CommandRun again = lfimport("import profile-t1 --practice '" + practice + "' --report '" +
+                              report.string() + "'");
+  EXPECT_EQ(again.exitCode, 1) << again.out;  // a file failed
+  auto second = nlohmann::json::parse(std::ifstream(report));
+  EXPECT_EQ(second["stages"][0]["updated"], 9) << second.dump(2);  // the protected one: no password
+  EXPECT_EQ(second["stages"][0]["failed"], 1);
 }
 
 TEST_F(ImportProfileT1Command, CorporateReturnsMostRecentOfEachBusinessNumber) {

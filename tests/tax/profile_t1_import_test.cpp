@@ -217,6 +217,17 @@ TEST_F(ProfileT1ImportTest, SecondFileOfAClientFindsTheFirstThroughTheDuplicates
             "want to update this client?");
 }
 
+TEST_F(ProfileT1ImportTest, RememberedFolderOnlyWhileItExists) {
+  EXPECT_EQ(import->folderString(), "/");  // nothing stored: the root of the system drive
+  import->setFolderString(folder.string());
+  EXPECT_EQ(import->folderString(), folder.string());
+  EXPECT_EQ(
+      value("SELECT * FROM UserGeneralSettings WHERE UserIDNum=1", "ProfileT1Folder").toString(),
+      folder.string());
+  import->setFolderString((folder / "gone").string());
+  EXPECT_EQ(import->folderString(), "/");
+}
+
 TEST_F(ProfileT1ImportTest, SelectionOptionsAddUpAndNeverNarrow) {
   add(writeReturn("known.15T", 2015, taxpayer("046454286", "Ada", "Birch")));
   add(writeReturn("new.15T", 2015, taxpayer("527000145", "Ben", "Cedar")));
