@@ -77,4 +77,28 @@ void putCANTAXT2Folder(const std::string& path) {
             [&] { writeSetting("CANTAXT2ExportFile", path); });
 }
 
+std::string getProfileT1Folder() {
+  std::string result;
+  procedure("nvImportlf6.dll-modSettings-getProfileT1Folder",
+            [&] { result = readSetting("ProfileT1Folder"); });
+  return result;
+}
+
+std::string getProfileT2Folder() {
+  std::string result;
+  procedure("nvImportlf6.dll-modSettings-getProfileT2Folder",
+            [&] { result = readSetting("ProfileT2Folder"); });
+  return result;
+}
+
+void putProfileT1Folder(const std::string& folder) {
+  procedure("nvImportlf6.dll-modSettings-putProfileT1Folder",
+            [&] { writeSetting("ProfileT1Folder", folder); });
+}
+
+void putProfileT2Folder(const std::string& folder) {
+  procedure("nvImportlf6.dll-modSettings-putProfileT2Folder",
+            [&] { writeSetting("ProfileT2Folder", folder); });
+}
+
 }  // namespace lf

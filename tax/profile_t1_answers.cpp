@@ -1,0 +1,112 @@
+// Reading the answers file of the personal Profile import.
+#include "tax/profile_t1_answers.hpp"
+
+#include <filesystem>
+
+#include "host/import_duplicates_control.hpp"
+
+namespace lf {
+namespace {
+
+using nlohmann::json;
+
+Failure badField(const std::string& name, const std::string& expected) {
+  return Failure("\"" + name + "\" must be " + expected);
+}
+
+long wholeNumber(const json& value, const std::string& name, long low, long high) {
+  if (!value.is_number_integer() || value.get<long long>() < low || value.get<long long>() > high)
+    throw badField(name,
+                   "a whole number from " + std::to_string(low) + " to " + std::to_string(high));
+  return static_cast<long>(value.get<long long>());
+}
+
+bool boolean(const json& value, const std::string& name) {
+  if (!value.is_boolean()) throw badField(name, "true or false");
+  return value.get<bool>();
+}
+
+}  // namespace
+
+ProfileT1Answers parseProfileT1Answers(const std::string& jsonText, const std::string& baseFolder) {
+  json j = parseAnswersObject(jsonText);
+  ProfileT1Answers a;
+  if (j.contains("folder")) {
+    if (!j["folder"].is_string()) throw badField("folder", "a path");
+    std::filesystem::path path = j["folder"].get<std::string>();
+    if (path.is_relative() && !baseFolder.empty()) path = std::filesystem::path(baseFolder) / path;
+    a.folder = path.lexically_normal().string();
+  }
+  if (j.contains("year")) a.year = wholeNumber(j["year"], "year", 1951, 3999);
+  if (j.contains("options")) {
+    const json& o = j["options"];
+    if (o.is_string() && o.get<std::string>() == "all") {
+      for (int i = 0; i <= 38; ++i) a.options.push_back(i);
+    } else if (o.is_array()) {
+      for (const json& n : o)
+        a.options.push_back(static_cast<int>(wholeNumber(n, "options", 0, 38)));
+    } else {
+      throw badField("options", "\"all\" or a list of option numbers from 0 to 38");
+    }
+  }
+  if (j.contains("couples")) {
+    const json& c = j["couples"];
+    std::string word = c.is_string() ? c.get<std::string>() : "";
+    if (word == "both")
+      a.couples = 0;
+    else if (word == "primary")
+      a.couples = 1;
+    else if (word == "one")
+      a.couples = 2;
+    else
+      throw badField("couples", "both, primary or one");
+  }
+  if (j.contains("business")) a.business = boolean(j["business"], "business");
+  if (j.contains("select")) {
+    const json& s = j["select"];
+    if (s.is_object()) {
+      if (s.contains("year")) {
+        a.selectByYear = true;
+        a.selectYear = wholeNumber(s["year"], "select.year", 2004, 2018);
+      }
+      if (s.contains("notInLedgerfolio"))
+        a.selectNotInLedgerfolio = boolean(s["notInLedgerfolio"], "select.notInLedgerfolio");
+    } else if (!(s.is_string() && s.get<std::string>() == "all")) {
+      throw badField("select", "\"all\" or {\"year\": Y, \"notInLedgerfolio\": true}");
+    }
+  }
+  if (j.contains("duplicates")) {
+    const json& d = j["duplicates"];
+    if (!d.is_object()) throw badField("duplicates", "an object");
+    if (d.contains("check")) a.duplicateCheck = boolean(d["check"], "duplicates.check");
+    if (d.contains("action")) {
+      std::string word = d["action"].is_string() ? d["action"].get<std::string>() : "";
+      if (word == "skip")
+        a.action = kDuplicateSkip;
+      else if (word == "new")
+        a.action = kDuplicateNewClient;
+      else if (word == "update")
+        a.action = kDuplicateUpdate;
+      else if (word == "ask")
+        a.action = kDuplicateAsk;
+      else
+        throw badField("duplicates.action", "skip, new, update or ask");
+    }
+  }
+  if (j.contains("passwords")) {
+    if (!j["passwords"].is_array()) throw badField("passwords", "a list of texts");
+    for (const json& p : j["passwords"]) {
+      if (!p.is_string()) throw badField("passwords", "a list of texts");
+      a.passwords.push_back(p.get<std::string>());
+    }
+  }
+  if (j.contains("questions"))
+    a.questions = parseWizardAnswers(json{{"questions", j["questions"]}}.dump(), "");
+  return a;
+}
+
+ProfileT1Answers readProfileT1Answers(const std::string& path) {
+  return readAnswersFile(path, parseProfileT1Answers);
+}
+
+}  // namespace lf
