@@ -75,8 +75,8 @@ void writeReturns(const fs::path& folder, long count) {
                                {"T1Info.B[23]", "1"}});
       r.second = lf::ProfileReturnClient{};
     }
-    char name[32];
-    std::snprintf(name, sizeof name, "Client%05ld.%02dT", n, r.year - 2000);
+    char name[48];
+    std::snprintf(name, sizeof name, "Client%05ld.%02dT", n, r.year % 100);
     lf::saveProfileReturnFile((folder / name).string(), r);
   }
   for (long n = 1; n <= corporateCount(); ++n) {

@@ -15,6 +15,7 @@
 #include "cli/host_session.hpp"
 #include "cli/import_command.hpp"
 #include "cli/json_output.hpp"
+#include "cli/report_file.hpp"
 #include "host/practice_import_duplicates.hpp"
 #include "records/export_folders.hpp"
 #include "tax/profile_return_file.hpp"
@@ -51,8 +52,7 @@ int runImportProfileT1(const ImportProfileOptions& o) {
   ProfileT1Answers answers;
   if (!o.answers.empty()) answers = readProfileT1Answers(o.answers);
   if (!o.folder.empty()) answers.folder = o.folder;
-  if (!o.reportPath.empty() && std::filesystem::is_directory(o.reportPath))
-    throw Failure("the report '" + o.reportPath + "' is a folder");
+  if (!o.reportPath.empty()) requireReportPath(o.reportPath);
 
   HostSession session(o.host);
   // Without a folder, the one the user's last import read.
@@ -94,11 +94,7 @@ int runImportProfileT1(const ImportProfileOptions& o) {
   setProfileObjectFactory(nullptr);
 
   if (!o.host.quiet) std::cerr << report.summary();
-  if (!o.reportPath.empty()) {
-    std::ofstream out(o.reportPath, std::ios::binary | std::ios::trunc);
-    out << jsonText(report.toJson()) << "\n";
-    if (!out) throw Failure("cannot write the report '" + o.reportPath + "'");
-  }
+  if (!o.reportPath.empty()) writeReportFile(report, o.reportPath);
   return report.failedRows() > 0 || report.errorCount() > 0 ? kExitFailed : 0;
 }
 

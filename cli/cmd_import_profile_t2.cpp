@@ -15,6 +15,7 @@
 #include "cli/host_session.hpp"
 #include "cli/import_command.hpp"
 #include "cli/json_output.hpp"
+#include "cli/report_file.hpp"
 #include "host/practice_import_duplicates.hpp"
 #include "tax/profile_return_file.hpp"
 #include "tax/profile_stand_in.hpp"
@@ -37,6 +38,7 @@ struct ImportProfileT2Options {
 int runImportProfileT2(const ImportProfileT2Options& o) {
   if (!std::filesystem::is_directory(o.folder))
     throw Failure("the folder '" + o.folder + "' does not exist");
+  if (!o.reportPath.empty()) requireReportPath(o.reportPath);
   HostSession session(o.host);
   RunReport& report = session.report();
   setProfileObjectFactory(makeProfileStandIn(session.practice()));
@@ -76,11 +78,7 @@ int runImportProfileT2(const ImportProfileT2Options& o) {
   setProfileObjectFactory(nullptr);
 
   if (!o.host.quiet) std::cerr << report.summary();
-  if (!o.reportPath.empty()) {
-    std::ofstream out(o.reportPath, std::ios::binary | std::ios::trunc);
-    out << jsonText(report.toJson()) << "\n";
-    if (!out) throw Failure("cannot write the report '" + o.reportPath + "'");
-  }
+  if (!o.reportPath.empty()) writeReportFile(report, o.reportPath);
   if (!import.successFlag) return kExitFailed;
   return report.failedRows() > 0 || report.errorCount() > 0 ? kExitFailed : 0;
 }
