@@ -285,6 +285,20 @@ class SyncEngine : public ImportServices {
   // The reason of the record in hand for giving no record: the creator says why. Answers -1,
   // the creators' neutral value.
   long skipBecause(std::string reason);
+
+  // The category of a new personal client: the one given; else, for a client of no company,
+  // the drop-down's personal category of the current year (or -1 when there is none).
+  long personalClientCategory(long categoryID, long companyID);
+  // A source client stored as a personal client: the contact given when `contacts` holds it,
+  // else a new contact named `name`; linked to the company and the category given (either may
+  // be invalid), with a personal-tax row of `taxStatus` (1 active, 2 inactive) when the
+  // category needs one; `writeRow` (may be empty) writes the source's fields into the
+  // contact's row; then the three contact summaries. Answers the contact.
+  // REQUIRES: the practice database is open.
+  long storePersonalClientContact(DatabaseService& db, std::int32_t contacts,
+                                  const std::string& name, long contactID, long companyID,
+                                  long category, long taxStatus,
+                                  const std::function<void(std::int32_t contactRow)>& writeRow);
   // The frame of a creator of a source row: the creator's own label (its name, __func__), the
   // practice and the source open, and the row of the key found in the recordset by the column
   // (a key the export does not hold is a skip). Answers what the body answers (given the

@@ -189,27 +189,9 @@ long BatchImportEngine::createNewImportClientAsContactInLedgerfolio(const std::s
   long result = -1;
   procedure(label(__func__), [&] {
     if (!practiceOpen() || clientName_.empty()) return;
-    DatabaseService& db = practice();
-    long category = categoryID;
-    if (!validCategoryID(category) && !validCompanyID(companyID) && dropDown() != nullptr) {
-      long year = currentPersonalYear();
-      category = dropDown()->getCategoryForYear(year, "");
-    }
-    setProgressCaption("Synchronizing " + clientName_);
-    const long contact = contactID > 0 && contactRow(db, rsContacts, contactID).found()
-                             ? contactID
-                             : rec::addNewContact(clientName_);
-    if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
-    if (validCategoryID(category)) {
-      rec::addContactLink(contact, category, -1);
-      if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
-        rec::addNewPersonalTaxClientForExistingContact(contact, category, currentPersonalYear(), 1);
-    }
-    rec::saveContactBusinessRTF(contact);
-    rec::saveContactPersonalRTF(contact);
-    rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
-    setRefreshData(true);
-    result = contact;
+    const long category = personalClientCategory(categoryID, companyID);
+    result = storePersonalClientContact(practice(), rsContacts, clientName_, contactID, companyID,
+                                        category, 1, nullptr);
   });
   return result;
 }

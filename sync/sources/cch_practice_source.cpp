@@ -555,31 +555,12 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeClientAsCompanyInLedgerfolio(
 long clsImportCCHPracticeInfo::createNewCCHPracticeClientAsContactInLedgerfolio(
     const std::string& cchClientID, long contactID, long companyID, long categoryID) {
   auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
-    long category = categoryID;
-    if (!validCategoryID(category) && !validCompanyID(companyID) && dropDown() != nullptr) {
-      long year = currentPersonalYear();
-      category = dropDown()->getCategoryForYear(year, "");
-    }
+    const long category = personalClientCategory(categoryID, companyID);
     const std::string name = readText(source, rsClients, "Name1");
     if (name.empty()) return skipBecause("no name");
-    setProgressCaption("Synchronizing " + name);
-
-    const long contact = contactID > 0 && contactRow(db, rsTargetContacts, contactID).found()
-                             ? contactID
-                             : rec::addNewContact(name);
-    if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
-    if (validCategoryID(category)) {
-      rec::addContactLink(contact, category, -1);
-      if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
-        rec::addNewPersonalTaxClientForExistingContact(contact, category, currentPersonalYear(), 1);
-    }
-    RowAccess row = contactRow(db, rsTargetContacts, contact);
-    if (row.found()) writeFields(source, rsClients, db, row, kPersonalClientFields);
-    rec::saveContactBusinessRTF(contact);
-    rec::saveContactPersonalRTF(contact);
-    rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
-    setRefreshData(true);
-    return contact;
+    return storePersonalClientContact(
+        db, rsTargetContacts, name, contactID, companyID, category, 1,
+        [&](std::int32_t row) { writeFields(source, rsClients, db, row, kPersonalClientFields); });
   };
   return createFromSourceRow(__func__, rsClients, kClientKey, cchClientID, -1, create);
 }

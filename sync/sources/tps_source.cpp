@@ -553,39 +553,19 @@ long clsImportTPSInformation::createNewTPSClientAsContactInLedgerfolio(
     const std::string& tpsClientID, long contactID, long companyID, long categoryID) {
   auto create = [&](DatabaseService& source, DatabaseService& db) -> long {
     long category = categoryID;
-    if (!validCategoryID(category) && !validCompanyID(companyID)) {
-      if (options_.importOption == 2 && validCategoryID(options_.importCategory)) {
-        category = options_.importCategory;
-      } else if (dropDown() != nullptr) {
-        long year = currentPersonalYear();
-        category = dropDown()->getCategoryForYear(year, "");
-      }
+    if (!validCategoryID(category) && !validCompanyID(companyID) && options_.importOption == 2 &&
+        validCategoryID(options_.importCategory)) {
+      category = options_.importCategory;
     }
+    category = personalClientCategory(category, companyID);
     auto src = [&](std::string_view f) { return readText(source, rsClients, f); };
     std::string name = joinPresent({src("Title"), src("FirstName"), src("Name")});
     if (name.empty()) name = src("First");
     if (name.empty()) return skipBecause("no name");
-    setProgressCaption("Synchronizing " + name);
-
-    const long contact = contactID > 0 && contactRow(db, rsTargetContacts, contactID).found()
-                             ? contactID
-                             : rec::addNewContact(name);
-    if (validCompanyID(companyID)) rec::addContactLink(contact, -1, companyID);
-    if (validCategoryID(category)) {
-      rec::addContactLink(contact, category, -1);
-      if (dropDown() != nullptr && dropDown()->getCategoryInfo(category).needsRecord)
-        rec::addNewPersonalTaxClientForExistingContact(
-            contact, category, currentPersonalYear(),
-            readBool(source, rsClients, "InActive") ? 2 : 1);
-    }
-
-    RowAccess row = contactRow(db, rsTargetContacts, contact);
-    if (row.found()) writeFields(source, rsClients, db, row, kPersonalClientFields);
-    rec::saveContactBusinessRTF(contact);
-    rec::saveContactPersonalRTF(contact);
-    rec::saveContactPersonalTaxRTF(contact, currentPersonalYear());
-    setRefreshData(true);
-    return contact;
+    return storePersonalClientContact(
+        db, rsTargetContacts, name, contactID, companyID, category,
+        readBool(source, rsClients, "InActive") ? 2 : 1,
+        [&](std::int32_t row) { writeFields(source, rsClients, db, row, kPersonalClientFields); });
   };
   return createFromSourceRow(__func__, rsClients, "ClientID", tpsClientID, -1, create);
 }
