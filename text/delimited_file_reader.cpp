@@ -243,10 +243,12 @@ void DelimitedFileReader::populateData(long& columnCount) {
   columnCount = 0;
   const std::string labelText = label("populateData");
   procedure(labelText, [&] {
-    const std::string& text = fileText();
+    ImportGrid* grid = countOnly ? nullptr : gridControl;
+    // The filling pass hands the text to the grid, whose cells are places in it.
+    const std::string_view text =
+        grid != nullptr ? grid->holdText(takeFileText()) : std::string_view(fileText());
     const std::string_view delimiter = singleCharacter(strDelimiter);
     const std::string_view qualifier = singleCharacter(strTextQualifier);
-    ImportGrid* grid = countOnly ? nullptr : gridControl;
     if (grid != nullptr) grid->reserveRows(static_cast<int>(measuredLines_) + kFirstDataRow + 1);
     bool closed = true;
     long lines = 0;
@@ -254,12 +256,18 @@ void DelimitedFileReader::populateData(long& columnCount) {
     long maxColumns = 0;
     std::string field;
 
-    auto store = [&](std::string_view value) {
+    // An unquoted field stays a place in the text; a quoted or recased one is copied.
+    auto store = [&](std::string_view value, bool inText) {
       const bool captionLine = firstRowFieldNames && lines == 0;
-      const long row = captionLine ? kCaptionRow : firstRowFieldNames ? lines + 1 : lines + 2;
-      grid->setTextMatrix(
-          static_cast<int>(row), static_cast<int>(column),
-          checkRemoveCaps ? GeneralUtilities::mixedCase(value) : std::string(value));
+      const int row = static_cast<int>(captionLine          ? kCaptionRow
+                                       : firstRowFieldNames ? lines + 1
+                                                            : lines + 2);
+      if (checkRemoveCaps)
+        grid->setTextMatrix(row, static_cast<int>(column), GeneralUtilities::mixedCase(value));
+      else if (inText)
+        grid->setTextView(row, static_cast<int>(column), value);
+      else
+        grid->setTextMatrix(row, static_cast<int>(column), value);
     };
 
     forEachLine(text, [&](std::string_view line) {
@@ -306,7 +314,8 @@ void DelimitedFileReader::populateData(long& columnCount) {
           ++i;  // a stray carriage return is dropped
           continue;
         }
-        if (closed && grid != nullptr) store(trimmed(quoted ? std::string_view(field) : plain));
+        if (closed && grid != nullptr)
+          store(trimmed(quoted ? std::string_view(field) : plain), !quoted);
         if (eventPump) eventPump();
       }
       if (closed) {
@@ -322,6 +331,13 @@ void DelimitedFileReader::populateData(long& columnCount) {
   });
   // The filling pass is the last to need the text.
   if (!countOnly) releaseText();
+}
+
+std::string DelimitedFileReader::takeFileText() {
+  fileText();
+  std::string text = std::move(text_);
+  releaseText();
+  return text;
 }
 
 }  // namespace lf

@@ -41,7 +41,8 @@ class DelimitedFileReaderTest : public ::testing::Test {
     std::vector<std::vector<std::string>> rows;
     for (int row = kFirstDataRow; row < grid.rows(); ++row) {
       rows.emplace_back();
-      for (int col = 1; col < grid.cols(); ++col) rows.back().push_back(grid.textMatrix(row, col));
+      for (int col = 1; col < grid.cols(); ++col)
+        rows.back().emplace_back(grid.textMatrix(row, col));
     }
     return rows;
   }
