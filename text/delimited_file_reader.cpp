@@ -101,9 +101,19 @@ size_t nextDelimiter(std::string_view line, size_t i, std::string_view delimiter
 size_t nextFieldEnd(std::string_view line, size_t i, std::string_view delimiter) {
   const size_t len = line.size();
   if (delimiter.size() == 1) {
-    // Fields are short: a plain loop beats a search call per field.
+    // Fields are short: sixteen bytes compared at once, or a plain loop, beat a search call
+    // per field.
     const char d = delimiter[0];
     const char* p = line.data();
+#if defined(__SSE2__)
+    const __m128i wantedD = _mm_set1_epi8(d), wantedCR = _mm_set1_epi8('\r');
+    for (; len - i >= 16; i += 16) {
+      const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+      const int hits =
+          _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, wantedD), _mm_cmpeq_epi8(v, wantedCR)));
+      if (hits != 0) return i + __builtin_ctz(static_cast<unsigned>(hits));
+    }
+#endif
     while (i < len && p[i] != d && p[i] != '\r') ++i;
     return i;
   }
@@ -113,17 +123,46 @@ size_t nextFieldEnd(std::string_view line, size_t i, std::string_view delimiter)
   return cr == nullptr ? stop : static_cast<const char*>(cr) - line.data();
 }
 
-// The fields of a line that holds neither the qualifier nor a carriage return, counted as the
-// reader would split it: one at the start and one after each delimiter that is not the last
-// character. -1 when the line holds either, which only the full rules measure.
-long plainFieldCount(std::string_view line, char delimiter, std::string_view qualifier) {
+// The plain start of a line: the fields before the first qualifier or carriage return, which
+// split at every delimiter. `resume` is where the full rules go on (the start of the field that
+// holds that character, or the line's end) and `fields` how many fields lie before it; a
+// delimiter that is the line's last character opens no field.
+struct PlainPrefix {
+  size_t resume = 0;
+  long fields = 0;
+};
+
+PlainPrefix plainPrefix(std::string_view line, char delimiter, std::string_view qualifier) {
   const char q = qualifier.empty() ? '\r' : qualifier[0];
+  const size_t len = line.size();
   long delimiters = 0;
-  for (const char c : line) {
-    if (c == '\r' || c == q) return -1;
-    delimiters += c == delimiter;
+  size_t afterLastDelimiter = 0;
+  size_t i = 0;
+#if defined(__SSE2__)
+  const __m128i wantedD = _mm_set1_epi8(delimiter), wantedQ = _mm_set1_epi8(q);
+  const __m128i wantedCR = _mm_set1_epi8('\r');
+  for (; len - i >= 16; i += 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(line.data() + i));
+    const unsigned special = static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, wantedQ), _mm_cmpeq_epi8(v, wantedCR))));
+    unsigned delimiterBits = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, wantedD)));
+    if (special != 0) delimiterBits &= (1u << __builtin_ctz(special)) - 1;  // those before it
+    if (delimiterBits != 0) {
+      delimiters += __builtin_popcount(delimiterBits);
+      afterLastDelimiter = i + (31 - __builtin_clz(delimiterBits)) + 1;
+    }
+    if (special != 0) return {afterLastDelimiter, delimiters};
   }
-  return delimiters + (!line.empty() && line.back() != delimiter ? 1 : 0);
+#endif
+  for (; i < len; ++i) {
+    const char c = line[i];
+    if (c == '\r' || c == q) return {afterLastDelimiter, delimiters};
+    if (c == delimiter) {
+      ++delimiters;
+      afterLastDelimiter = i + 1;
+    }
+  }
+  return {len, delimiters + (len > 0 && line.back() != delimiter ? 1 : 0)};
 }
 
 // The text without the blanks at either end.
@@ -317,16 +356,13 @@ void DelimitedFileReader::populateData(long& columnCount) {
       const size_t len = line.size();
       size_t i = 0;
       if (closed) column = 0;
-      // Measuring a line without qualifier or stray carriage return needs only its delimiters.
+      // Measuring: the plain start of a line needs only its delimiters counted.
       if (grid == nullptr && closed && plainDelimiter) {
-        if (const long fields = plainFieldCount(line, delimiter[0], qualifier); fields >= 0) {
-          if (eventPump)
-            for (long n = 0; n < fields; ++n) eventPump();
-          ++lines;
-          maxColumns = std::max(maxColumns, fields);
-          column = fields;
-          return;
-        }
+        const PlainPrefix prefix = plainPrefix(line, delimiter[0], qualifier);
+        if (eventPump)
+          for (long n = 0; n < prefix.fields; ++n) eventPump();
+        column = prefix.fields;
+        i = prefix.resume;
       }
       while (i < len) {
         // An unquoted field is taken from the line as it stands; a quoted one is gathered in
