@@ -4,6 +4,7 @@
 #pragma once
 
 #include <sqlite3.h>
+#include <sys/resource.h>
 
 #include <string>
 #include <vector>
@@ -28,6 +29,15 @@ class NoMessageBox : public MessageBox {
   void show(std::string_view, int) override {}
   int ask(std::string_view, int) override { return kAnswerNo; }
 };
+
+// CPU seconds of the process so far: on a shared machine a fairer measure than wall time of
+// two single-threaded runs compared with each other.
+inline double cpuSeconds() {
+  struct rusage usage {};
+  getrusage(RUSAGE_SELF, &usage);
+  auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
+  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
 
 inline std::vector<std::string> tableNames(sqlite3* db) {
   std::vector<std::string> names;

@@ -86,15 +86,6 @@ void writeFile(const fs::path& path, long rows, std::string (*row)(std::mt19937&
   out << chunk;
 }
 
-// CPU seconds of the process so far: on a shared machine a fairer measure than wall time of
-// two single-threaded runs compared with each other.
-double cpuSeconds() {
-  struct rusage usage {};
-  getrusage(RUSAGE_SELF, &usage);
-  auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
-  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
 double peakMegabytes() {
   struct rusage usage {};
   getrusage(RUSAGE_SELF, &usage);
@@ -168,7 +159,7 @@ void runImport(benchmark::State& state, bool personal) {
     lf::StageCounters counters;
 
     const auto start = std::chrono::steady_clock::now();
-    const double cpuStart = cpuSeconds();
+    const double cpuStart = lf::bench::cpuSeconds();
     {
       Import import;
       import.reader.fileLocation = file.string();
@@ -202,7 +193,7 @@ void runImport(benchmark::State& state, bool personal) {
     }
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    const double cpu = cpuSeconds() - cpuStart;
+    const double cpu = lf::bench::cpuSeconds() - cpuStart;
     const double memory = peakMegabytes();
     practice.reset();
     lf::moduleState() = lf::ModuleState{};
@@ -220,11 +211,11 @@ void runImport(benchmark::State& state, bool personal) {
       lf::createPracticeTables(*empty);
     }
     const auto rawStart = std::chrono::steady_clock::now();
-    const double rawCpuStart = cpuSeconds();
+    const double rawCpuStart = lf::bench::cpuSeconds();
     const long copied = lf::bench::rawLoad(practicePath, seededPath, rawPath);
     const double rawSeconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - rawStart).count();
-    const double rawCpu = cpuSeconds() - rawCpuStart;
+    const double rawCpu = lf::bench::cpuSeconds() - rawCpuStart;
 
     const double fileMegabytes = static_cast<double>(fs::file_size(file)) / (1 << 20);
     state.SetIterationTime(seconds);

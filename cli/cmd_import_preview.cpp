@@ -71,7 +71,8 @@ int runPreview(const PreviewOptions& o) {
   out["dataRows"] = grid.dataRowCount();
   auto rowJson = [&](int row) {
     nlohmann::ordered_json cells = nlohmann::ordered_json::array();
-    for (int col = 1; col < grid.cols(); ++col) cells.push_back(grid.textMatrix(row, col));
+    for (int col = 1; col < grid.cols(); ++col)
+      cells.push_back(std::string(grid.textMatrix(row, col)));
     return cells;
   };
   out["captions"] = rowJson(kCaptionRow);

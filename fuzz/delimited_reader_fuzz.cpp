@@ -1,6 +1,7 @@
 // Client files of any bytes through the delimiter guess and both passes of the text import
 // reader, with the options taken from the first byte. None may crash or hang, the grid must
-// be as wide as the measuring pass said, and every cell must be clean text.
+// be as wide as the measuring pass said, the filling pass must find the same width, and every
+// cell must be clean text.
 #include <unistd.h>
 
 #include <cstddef>
@@ -46,6 +47,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   reader.countOnly = true;
   reader.populateData(columns);
   if (grid.cols() != columns + 1) std::abort();
+  // The measuring pass counts the plain start of a line on its own: the filling pass, which
+  // splits every field, must find the same width.
+  lf::ImportGrid second;
+  reader.gridControl = &second;
+  reader.countOnly = false;
+  long filled = 0;
+  reader.populateData(filled);
+  if (filled != columns) std::abort();
   for (int row = 0; row < grid.rows(); ++row)
     for (int col = 0; col < grid.cols(); ++col)
       if (!lf::isCleanText(grid.textMatrix(row, col))) std::abort();

@@ -18,7 +18,7 @@ using GU = GeneralUtilities;
 
 constexpr int kFirstLineColumn = 21;  // element n is in grid column n + 21
 
-long wholeAmount(const std::string& cell) {
+long wholeAmount(std::string_view cell) {
   double value = 0;
   if (GU::isBlank(cell) || !GU::isNumeric(cell) || !GU::parseNumber(GU::trim(cell), value))
     return 0;

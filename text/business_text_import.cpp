@@ -117,7 +117,7 @@ std::string writeCompanyValues(DatabaseService& db, std::int32_t mainRow, std::i
   std::string notes;
   std::string address[3], altAddress[3];
   for (int col = 1; col < grid.cols(); ++col) {
-    const std::string& cell = grid.textMatrix(row, col);
+    const std::string_view cell = grid.textMatrix(row, col);
     const FieldItem* item = mapping.columnItem(col);
     const std::string key = mapping.columnKey(col);
     if (item == nullptr || item->tableTag == kCompanyNotes) {

@@ -79,6 +79,8 @@ class DelimitedFileReader {
   // file; the guess reads it afresh and the filling pass releases it.
   const std::string& fileText();
   void releaseText();
+  // The file's text as fileText() gives it, moved out of the reader.
+  std::string takeFileText();
 
   struct FileStamp {
     std::string path;

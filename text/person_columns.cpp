@@ -120,7 +120,7 @@ std::string writeContactValues(DatabaseService& db, std::int32_t handle,
   std::string notes;
   std::string addressLines[std::size(kAddressGroups)][3];
   for (int col = 1; col < grid.cols(); ++col) {
-    const std::string& cell = grid.textMatrix(row, col);
+    const std::string_view cell = grid.textMatrix(row, col);
     const FieldItem* item = mapping.columnItem(col);
     if (item == nullptr) {
       if (options.unmatchedToNotes && options.requiredTag.empty() && !GU::isBlank(cell)) {

@@ -214,7 +214,7 @@ bool runTextImportWizardFromAnswers(TextImportWizard& wizard, const TextImportAn
   if (autoMap && captions) {
     for (int col = 1; col < import.grid.cols(); ++col) {
       if (import.columnKey(col) != kNotAssignedKey) continue;
-      const std::string caption = import.grid.textMatrix(kCaptionRow, col);
+      const std::string caption(import.grid.textMatrix(kCaptionRow, col));
       const std::int32_t key = import.mapping.findFieldForCaption(caption);
       if (key < 0) continue;
       wizard.listBoxGridEdit_Choose(col, key);

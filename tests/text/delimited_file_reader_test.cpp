@@ -41,7 +41,8 @@ class DelimitedFileReaderTest : public ::testing::Test {
     std::vector<std::vector<std::string>> rows;
     for (int row = kFirstDataRow; row < grid.rows(); ++row) {
       rows.emplace_back();
-      for (int col = 1; col < grid.cols(); ++col) rows.back().push_back(grid.textMatrix(row, col));
+      for (int col = 1; col < grid.cols(); ++col)
+        rows.back().emplace_back(grid.textMatrix(row, col));
     }
     return rows;
   }
@@ -58,6 +59,12 @@ TEST_F(DelimitedFileReaderTest, DelimiterIsTheStrictlyMostFrequentElseComma) {
   EXPECT_EQ(guess("a;b;c\n\"x,y\";z\n"), ";");
   EXPECT_EQ(guess("\"a,b,c\"\td\n"), ",");  // quoted commas count too
   EXPECT_EQ(guess(""), ",");
+  // Long files are counted in blocks: a lead of one decides whichever block it falls in.
+  std::string lines;
+  for (int n = 0; n < 400; ++n) lines += "a;b\tc,d\n";
+  EXPECT_EQ(guess(lines + ";"), ";");
+  EXPECT_EQ(guess("\t" + lines), "\t");
+  EXPECT_EQ(guess(lines.substr(0, 3000) + "," + lines.substr(3000)), ",");
   reader.fileLocation = path + ".missing";
   std::string found = "x";
   reader.strDelimiter = "\t";
@@ -109,6 +116,17 @@ TEST_F(DelimitedFileReaderTest, WidestLineDecidesColumnsAndEmptyLinesGiveEmptyRo
   reader.countOnly = true;
   reader.populateData(columns);
   EXPECT_EQ(columns, 3);
+}
+
+TEST_F(DelimitedFileReaderTest, MeasuringCountsFieldsAsTheFillingPassSplitsThem) {
+  // A last delimiter opens no field; a quoted delimiter splits nothing; a stray carriage
+  // return ends a field.
+  EXPECT_EQ(load(",\n\"a,b\",c\n,,x\r\ny\rz,w\n"),
+            (Rows{{"", "", ""}, {"a,b", "c", ""}, {"", "", "x"}, {"y", "z", "w"}}));
+  EXPECT_EQ(grid.cols(), 4);
+  reader.strTextQualifier = "";
+  EXPECT_EQ(load("\"a,b\"\n"), (Rows{{"\"a", "b\""}}));
+  EXPECT_EQ(grid.cols(), 3);
 }
 
 TEST_F(DelimitedFileReaderTest, FirstRowNamesBecomeCaptionsAndAreNotData) {
