@@ -20,6 +20,7 @@
 #include "cli/command_registry.hpp"
 #include "cli/host_session.hpp"
 #include "cli/report_file.hpp"
+#include "db/recordset_scope.hpp"
 #include "host/file_dialog.hpp"
 #include "sync/wizard_answers.hpp"
 #include "tax/profile_stand_in.hpp"
@@ -47,6 +48,14 @@ int runProfileCommand(const ProfileUpdateOptions& o, bool newReturn) {
   if (!o.answers.empty()) answers = readWizardAnswers(o.answers);
 
   HostSession session(o.host);
+  {
+    RecordsetScope contact(session.practice(),
+                           "SELECT Contacts.ContactID FROM Contacts WHERE ContactID=" +
+                               std::to_string(o.contact) + ";",
+                           kLockReadOnly);
+    if (!session.practice().hasRecord(contact))
+      throw Failure("contact " + std::to_string(o.contact) + " is not in the practice database");
+  }
   RunReport& report = session.report();
   std::ostream* log = o.host.quiet ? nullptr : &std::cerr;
   std::unique_ptr<TerminalMessageBox> answersBox;
