@@ -89,8 +89,8 @@ TEST_F(ProfileUpdateCommand, UpdateWritesTheContactIntoItsImportedReturn) {
   sqlite3_close(handle);
   const std::string year = sqlValue(practice, "SELECT TaxYear FROM PersonalTaxProfileInfo");
 
-  CommandRun run = lfimport("profile update --practice " + practice +
-                            " --contact 1 --year " + year + " --answers " + answers);
+  CommandRun run = lfimport("profile update --practice " + practice + " --contact 1 --year " +
+                            year + " --answers " + answers);
   EXPECT_EQ(run.exitCode, 0) << run.out;
   EXPECT_NE(run.out.find("The profile file was updated successfully."), std::string::npos);
   nlohmann::json fields = fieldsOf(ret);
@@ -109,12 +109,11 @@ TEST_F(ProfileUpdateCommand, NewReturnIsSavedUnderTheClientsNameAndStored) {
   CommandRun missing = lfimport("profile new-return --practice " + practice +
                                 " --contact 1 --year 2016 --answers " + answers);
   EXPECT_EQ(missing.exitCode, 1);
-  EXPECT_NE(missing.out.find("no folder to save the new return to (--save-to)"),
-            std::string::npos);
+  EXPECT_NE(missing.out.find("no folder to save the new return to (--save-to)"), std::string::npos);
 
-  CommandRun run = lfimport("profile new-return --practice " + practice +
-                            " --contact 1 --year 2016 --save-to " + saveTo + " --answers " +
-                            answers + " --working-folder " + dir.string());
+  CommandRun run =
+      lfimport("profile new-return --practice " + practice + " --contact 1 --year 2016 --save-to " +
+               saveTo + " --answers " + answers + " --working-folder " + dir.string());
   EXPECT_EQ(run.exitCode, 0) << run.out;
   const std::string stored = sqlValue(
       practice, "SELECT ProfileFileLocation FROM PersonalTaxProfileInfo WHERE TaxYear=2016");

@@ -94,9 +94,9 @@ TEST_F(ProfileNewReturnTest, ProfileThatNeverShowsTheReturnTimesOutAfterTwentySe
   EXPECT_EQ(profile->newProfileFileEnding(), NewProfileFileEnding::TimedOut);
   EXPECT_EQ(seconds, std::chrono::seconds(22));  // the start, then a look each second past 20
   EXPECT_EQ(polls, 20);
-  EXPECT_THAT(shownTexts(), ElementsAre("The connection between " + app +
-                                        " and Profile has timed out.  " + app +
-                                        " was not able to connect to the new Profile file."));
+  EXPECT_THAT(shownTexts(),
+              ElementsAre("The connection between " + app + " and Profile has timed out.  " + app +
+                          " was not able to connect to the new Profile file."));
   EXPECT_FALSE(fs::exists(finalPath()));
   EXPECT_EQ(getProfileFileLocationFromContactID(contact, 2016), "");
   EXPECT_TRUE(temporaryTemplateGone());
@@ -111,8 +111,7 @@ TEST_F(ProfileNewReturnTest, CancelEndsTheWait) {
 
   EXPECT_EQ(profile->newProfileFileEnding(), NewProfileFileEnding::Cancelled);
   EXPECT_EQ(polls, 3);
-  EXPECT_THAT(shownTexts(),
-              ElementsAre(app + " was not able to connect to the new Profile file."));
+  EXPECT_THAT(shownTexts(), ElementsAre(app + " was not able to connect to the new Profile file."));
   EXPECT_FALSE(fs::exists(finalPath()));
   EXPECT_TRUE(temporaryTemplateGone());
 }

@@ -98,8 +98,9 @@ TEST_F(ProfileT1UpdateTest, ContactIsWrittenOverTheReturnAndBlanksNeverErase) {
   EXPECT_EQ(fields["SpouseCity"], "Oldtown");
   EXPECT_EQ(fields.count("SpouseBirthDate"), 0u);
 
-  const std::string row = "SELECT * FROM PersonalTaxProfileInfo WHERE TaxYear=2016 AND ContactNum=" +
-                          std::to_string(id);
+  const std::string row =
+      "SELECT * FROM PersonalTaxProfileInfo WHERE TaxYear=2016 AND ContactNum=" +
+      std::to_string(id);
   EXPECT_EQ(count(row), 1);
   EXPECT_EQ(value(row, "ProfileFileLocation").toString(), path);
   EXPECT_TRUE(value(row, "T5007").toBool());
