@@ -56,10 +56,15 @@ long clsContactSINSynch::synchContactSIN(long contactID) {
     }
     if (spouses.empty()) return;
 
+    // Only the contact and its spouses: finding them in the whole table cost a scan of every
+    // contact for each couple.
+    std::string ids = text(contactID);
+    for (long spouse : spouses) ids += "," + text(spouse);
     RecordsetScope contacts(
         *db,
         "SELECT Contacts.ContactID, Contacts.SocialInsuranceNumber, Contacts.SpouseSIN FROM "
-        "Contacts;",
+        "Contacts WHERE Contacts.ContactID IN (" +
+            ids + ");",
         kLockOptimistic);
     // Fills `to` on row `toID` from `from` on row `fromID` when `to` is blank.
     auto fill = [&](long toID, std::string_view to, long fromID, std::string_view from) {

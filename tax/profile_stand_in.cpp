@@ -1,6 +1,7 @@
 // The stand-in Profile product's file, client and services objects and their factory.
 #include "tax/profile_stand_in.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -128,9 +129,17 @@ std::map<std::string, std::string>::iterator findKey(ProfileReturnClient& client
                                                      std::string_view key) {
   auto it = client.fields.find(std::string(key));
   if (it != client.fields.end()) return it;
-  std::string upper = GeneralUtilities::upperCase(key);
-  for (it = client.fields.begin(); it != client.fields.end(); ++it)
-    if (GeneralUtilities::upperCase(it->first) == upper) return it;
+  // Field keys are ASCII: compared letter by letter, without building upper-case copies of
+  // every stored key for each read (most keys read are not in the return).
+  auto upper = [](unsigned char c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c; };
+  for (it = client.fields.begin(); it != client.fields.end(); ++it) {
+    const std::string& stored = it->first;
+    if (stored.size() == key.size() &&
+        std::equal(stored.begin(), stored.end(), key.begin(), [&](char a, char b) {
+          return upper(static_cast<unsigned char>(a)) == upper(static_cast<unsigned char>(b));
+        }))
+      return it;
+  }
   return client.fields.end();
 }
 

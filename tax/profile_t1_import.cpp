@@ -81,6 +81,15 @@ std::pair<std::string, std::string> coupleRelations(const std::string& b10,
   return {"", ""};
 }
 
+// One return as one row: in the file loop's write groups, or committed alone.
+void importReturn(const std::function<RowOutcome(std::string&)>& body, RowWriteGroups* groups,
+                  StageCounters* counters) {
+  if (groups != nullptr)
+    groups->importRow(body);
+  else
+    importOneRow(counters, body);
+}
+
 }  // namespace
 
 clsImportProfileT1::clsImportProfileT1() : ProfileAutomationLayer(Family::T1) {
@@ -184,6 +193,13 @@ void clsImportProfileT1::openProfileT1Files() {
     }
     long position = 1;
     long total = static_cast<long>(profileFileList.size());
+    // Returns imported commit several at a time, each whole.
+    RowWriteGroups rows(procedureLabel("commitRows"), counters);
+    rowGroups_ = &rows;
+    struct Unset {
+      RowWriteGroups*& slot;
+      ~Unset() { slot = nullptr; }
+    } unset{rowGroups_};
     for (currentRow_ = 0; currentRow_ < profileFileList.size(); ++currentRow_) {
       const ProfileFileRow& row = profileFileList[currentRow_];
       if (profileFileAction != kProfileAnalyze && !row.selected) continue;
@@ -202,6 +218,7 @@ void clsImportProfileT1::openProfileT1Files() {
           counters->fail("could not be opened: " + row.display);
       }
     }
+    rows.commit();
     paused = false;
     if (dropDown != nullptr) {
       dropDown->setLoadingPaused(paused);
@@ -210,20 +227,25 @@ void clsImportProfileT1::openProfileT1Files() {
   });
 }
 
-void clsImportProfileT1::runProfileFileAction(const std::string& path, ProfileFile& /*file*/,
+void clsImportProfileT1::runProfileFileAction(const std::string& path, ProfileFile& file,
                                               ProfileClient& client, ProfileClient* second) {
   switch (profileFileAction) {
     case kProfileImportClient:
       actionRan_ = true;
-      importOneRow(counters, [&](std::string& skipReason) {
-        clientCreated_ = false;
-        lastImported_ = importProfileT1FileInformation(path, client, second);
-        if (!lastImported_) {
-          skipReason = "an existing client, not updated";
-          return RowOutcome::Skipped;
-        }
-        return clientCreated_ ? RowOutcome::Created : RowOutcome::Updated;
-      });
+      importReturn(
+          [&](std::string& skipReason) {
+            clientCreated_ = false;
+            lastImported_ = importProfileT1FileInformation(path, client, second);
+            if (!lastImported_) {
+              skipReason = "an existing client, not updated";
+              return RowOutcome::Skipped;
+            }
+            return clientCreated_ ? RowOutcome::Created : RowOutcome::Updated;
+          },
+          rowGroups_, counters);
+      break;
+    case kProfileUpdateReturn:
+      updateProfileT1FileInformation(file, client, second, updateSucceeded_);
       break;
     case kProfileAnalyze:
       doesProfileFileSINAlreadyExistInLedgerfolio(&client);
@@ -231,6 +253,69 @@ void clsImportProfileT1::runProfileFileAction(const std::string& path, ProfileFi
     default:
       break;
   }
+}
+
+void clsImportProfileT1::writePersonalTaxProfileInfo(long contact, long taxYear,
+                                                     const std::string& path,
+                                                     ProfileClient& client) {
+  DatabaseService* db = usablePracticeDatabase();
+  if (db == nullptr) return;
+  const std::string year = std::to_string(taxYear);
+  ignoreErrors([&] {
+    // The year's rows of this contact only: the same find, without reading the whole year
+    // for every return.
+    RecordsetScope info(
+        *db,
+        "SELECT PersonalTaxProfileInfo.* FROM PersonalTaxProfileInfo WHERE "
+        "PersonalTaxProfileInfo.TaxYear = " +
+            year + " AND PersonalTaxProfileInfo.ContactNum = " + std::to_string(contact) + ";",
+        kLockOptimistic);
+    bool found = db->findRecord(info, "ContactNum", std::to_string(contact));
+    auto set = [&](const std::string& column, const std::string& value) {
+      ignoreErrors([&] {
+        if (found)
+          db->setField(info, column, value);
+        else
+          db->setNewField(info, column, value);
+      });
+    };
+    if (!found) db->addNewRecord(info);
+    set("ContactNum", std::to_string(contact));
+    set("TaxYear", year);
+    set("DateLastSynched", Date::now().toIso());
+    set("ProfileFileLocation", path);
+    double t48 = Variant::text(field(client, "T1[48]")).toDouble();
+    double t51 = Variant::text(field(client, "T1[51]")).toDouble();
+    if (t48 == t51 && t48 > 0) set("T5007", "True");
+    std::string status, efile;
+    ignoreErrors([&] { status = client.ClientStatus(); });
+    ignoreErrors([&] { efile = client.EFILEStatus(); });
+    set("ProfileClientStatus", status);
+    set("EFILEStatus", efile);
+    auto amount = [&](const char* key) {
+      std::string value = GeneralUtilities::trim(field(client, key));
+      return GeneralUtilities::isNumeric(value) ? value : std::string("0");
+    };
+    if (GeneralUtilities::trim(field(client, "T1Info.B[2]")) == "1") {
+      set("Revenue", amount("RC71[15]"));
+      set("Discounted", "True");
+      set("EstimatedRefund", amount("RC71[5]"));
+      set("PaidtoClient", amount("RC71[14]"));
+      set("GST", amount("RC71[10]"));
+      if (Variant::text(amount("RC72[2]")).toDouble() != 0) set("ActualRefund", amount("RC72[2]"));
+    } else {
+      set("Revenue", amount("Invoice[155]"));
+      set("GST", amount("Invoice[157]"));
+      set("Discounted", "False");
+    }
+    std::string deceased = formatProfileString("Date", field(client, "T1Info[4]"));
+    if (!deceased.empty() && deceased != "1899-12-30") set("DeceasedReturn", "True");
+    std::string signedOn = formatProfileString("Date", field(client, "T1Info[7]"));
+    if (!signedOn.empty()) set("DateSigned", signedOn);
+    set("PreparerName", field(client, "T1Info.S[13]"));
+    set("PartnerName", field(client, "T1Info.S[14]"));
+    if (!found) db->updateRecord(info);
+  });
 }
 
 bool clsImportProfileT1::importProfileT1FileInformation(const std::string& path,
@@ -355,64 +440,7 @@ bool clsImportProfileT1::importProfileT1FileInformation(const std::string& path,
     }
 
     // 6: the return's row of PersonalTaxProfileInfo.
-    if (contact > 0) {
-      ignoreErrors([&] {
-        // The year's rows of this contact only: the same find, without reading the whole year
-        // for every return.
-        RecordsetScope info(
-            *db,
-            "SELECT PersonalTaxProfileInfo.* FROM PersonalTaxProfileInfo WHERE "
-            "PersonalTaxProfileInfo.TaxYear = " +
-                year + " AND PersonalTaxProfileInfo.ContactNum = " + std::to_string(contact) + ";",
-            kLockOptimistic);
-        bool found = db->findRecord(info, "ContactNum", std::to_string(contact));
-        auto set = [&](const std::string& column, const std::string& value) {
-          ignoreErrors([&] {
-            if (found)
-              db->setField(info, column, value);
-            else
-              db->setNewField(info, column, value);
-          });
-        };
-        if (!found) db->addNewRecord(info);
-        set("ContactNum", std::to_string(contact));
-        set("TaxYear", year);
-        set("DateLastSynched", Date::now().toIso());
-        set("ProfileFileLocation", path);
-        double t48 = Variant::text(field(client, "T1[48]")).toDouble();
-        double t51 = Variant::text(field(client, "T1[51]")).toDouble();
-        if (t48 == t51 && t48 > 0) set("T5007", "True");
-        std::string status, efile;
-        ignoreErrors([&] { status = client.ClientStatus(); });
-        ignoreErrors([&] { efile = client.EFILEStatus(); });
-        set("ProfileClientStatus", status);
-        set("EFILEStatus", efile);
-        auto amount = [&](const char* key) {
-          std::string value = GeneralUtilities::trim(field(client, key));
-          return GeneralUtilities::isNumeric(value) ? value : std::string("0");
-        };
-        if (GeneralUtilities::trim(field(client, "T1Info.B[2]")) == "1") {
-          set("Revenue", amount("RC71[15]"));
-          set("Discounted", "True");
-          set("EstimatedRefund", amount("RC71[5]"));
-          set("PaidtoClient", amount("RC71[14]"));
-          set("GST", amount("RC71[10]"));
-          if (Variant::text(amount("RC72[2]")).toDouble() != 0)
-            set("ActualRefund", amount("RC72[2]"));
-        } else {
-          set("Revenue", amount("Invoice[155]"));
-          set("GST", amount("Invoice[157]"));
-          set("Discounted", "False");
-        }
-        std::string deceased = formatProfileString("Date", field(client, "T1Info[4]"));
-        if (!deceased.empty() && deceased != "1899-12-30") set("DeceasedReturn", "True");
-        std::string signedOn = formatProfileString("Date", field(client, "T1Info[7]"));
-        if (!signedOn.empty()) set("DateSigned", signedOn);
-        set("PreparerName", field(client, "T1Info.S[13]"));
-        set("PartnerName", field(client, "T1Info.S[14]"));
-        if (!found) db->updateRecord(info);
-      });
-    }
+    if (contact > 0) writePersonalTaxProfileInfo(contact, importTaxYear, path, client);
 
     // 7: the spouse, as a contact of their own.
     bool business =

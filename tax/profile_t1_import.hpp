@@ -13,7 +13,9 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,7 +24,9 @@
 
 namespace lf {
 
+class FileDialog;
 class ImportDuplicatesControl;
+class RowWriteGroups;
 struct StageCounters;
 
 // One row of the profile file list.
@@ -41,6 +45,17 @@ enum ProfileFileAction : int {
   kProfileUpdateReturn = 2,
   kProfileAnalyze = 3,
 };
+
+// How a push of a client into Profile ended: written, stopped by the user or by a missing
+// file, or failed (the return could not be opened or saved).
+enum class ProfileUpdateStatus { Updated, Stopped, Failed };
+
+// The message box's answer Cancel, from a box that offers it (a question with Yes, No and
+// Cancel); a box of Yes and No answers kAnswerYes or kAnswerNo.
+inline constexpr int kProfileAnswerCancel = 2;
+
+// How the wait for Profile to open a new return ended.
+enum class NewProfileFileEnding { None, Connected, TimedOut, Cancelled };
 
 class clsImportProfileT1 : public ImportServices, public ProfileAutomationLayer {
  public:
@@ -96,6 +111,50 @@ class clsImportProfileT1 : public ImportServices, public ProfileAutomationLayer 
   long contactsCreated = 0;
   long contactsImported = 0;
 
+  // Writing Ledgerfolio's client into Profile (profile_t1_update.cpp).
+  // Finds the client's return of the year (asking where it is when needed) and writes the
+  // contact into it.
+  ProfileUpdateStatus updateProfile(long contactID, long taxYear);
+  // The open dialog for the client's return; stores the chosen path. Blank when cancelled.
+  std::string promptUserForProfileFileLocation(long taxYear, long contactID);
+  // Writes the kept contact into the loaded return, saves it under the kept path and rewrites
+  // the contact's PersonalTaxProfileInfo row of the kept year.
+  void updateProfileT1FileInformation(ProfileFile& file, ProfileClient& client,
+                                      ProfileClient* second, bool& success);
+
+  // A new return from a blank one (profile_new_return.cpp).
+  void createNewProfileReturn(long contactID);
+  std::string requestTemplateProfileFile(const std::string& fileName, const std::string& folder);
+  void startCreateNewProfileFile();
+  void newProfileFileDialog_StartProgress();
+  // The Cancel button of the waiting dialog.
+  void newProfileFileDialog_ButtonClicked();
+  void createNewProfileFile();
+  void openNewProfileFile(long contactID, ProfileServices& services, long taxYear,
+                          const std::string& path);
+  void openProfileNewT1File(ProfileServices& services);
+  // One of the per-year steps (createNew16ProfileReturn down to createNew04ProfileReturn).
+  void createNewYearProfileReturn(const ProfileT1YearRow& row, ProfileServices& services);
+  NewProfileFileEnding newProfileFileEnding() const { return newProfileFileEnding_; }
+  bool newProfileFileCreated() const { return newProfileFileCreated_; }
+
+  // The host's dialogs for the two procedures above; a missing one answers Cancel.
+  FileDialog* profileFileDialog = nullptr;   // the client's return
+  FileDialog* templateFileDialog = nullptr;  // a template of one's own
+  // The folder browser: the chosen folder, or nothing for Cancel.
+  std::function<std::optional<std::string>(const std::string& title)> browseForFolder;
+  // frmProfileTaxYear: the year chosen, 0 for Cancel.
+  std::function<long()> askProfileTaxYear;
+  // The platform's open action on a document: above 32 when it started, else a shell error.
+  std::function<long(const std::string& path)> openDocument;
+  // The waiting loop's clock, and what runs between two polls (the dialog's events, where a
+  // Cancel arrives). Default: the steady clock, and a pause of 50 ms.
+  std::function<std::chrono::steady_clock::time_point()> waitClock;
+  std::function<void()> betweenPolls;
+  // The working folder; the temporary template goes into its "Temp" folder. Blank: the
+  // current folder.
+  std::string workingFolder;
+
  protected:
   void runProfileFileAction(const std::string& path, ProfileFile& file, ProfileClient& client,
                             ProfileClient* second) override;
@@ -105,6 +164,10 @@ class clsImportProfileT1 : public ImportServices, public ProfileAutomationLayer 
   void getAnalysisInfoFromAllProfileFiles();
   void doesProfileFileSINAlreadyExistInLedgerfolio(ProfileClient* client);
   void caption(const std::string& text);
+  // The return's row of PersonalTaxProfileInfo for the contact and year, from its fields.
+  void writePersonalTaxProfileInfo(long contact, long taxYear, const std::string& path,
+                                   ProfileClient& client);
+  bool askForSaveToFolder(std::string& folder);
 
   long nextFileKey_ = 1;
   size_t currentRow_ = 0;
@@ -113,6 +176,20 @@ class clsImportProfileT1 : public ImportServices, public ProfileAutomationLayer 
   bool lastImported_ = false;
   bool actionRan_ = false;
   bool clientCreated_ = false;
+  // The write groups of the running file loop; none outside it (each return commits alone).
+  RowWriteGroups* rowGroups_ = nullptr;
+
+  // The client, year and return file of an update or a new return.
+  long profileContactID_ = -1;
+  long profileTaxYear_ = 0;
+  std::string profileFilePath_;
+  bool updateSucceeded_ = false;
+  bool updateStoppedByUser_ = false;  // a SIN question answered other than Yes
+  // The waiting loop: its end flag, how it ended, and the copy Profile is to open.
+  bool newProfileFileDone_ = false;
+  bool newProfileFileCreated_ = false;
+  NewProfileFileEnding newProfileFileEnding_ = NewProfileFileEnding::None;
+  std::string newProfileFilePath_;
 };
 
 }  // namespace lf

@@ -188,6 +188,13 @@ void clsImportProfileT2::importProfileT2Files() {
   procedure(procedureLabel("importProfileT2Files"), [&] {
     long total = static_cast<long>(profileFileList.size());
     long position = 0;
+    // Returns imported commit several at a time, each whole.
+    RowWriteGroups rows(procedureLabel("commitRows"), counters);
+    rowGroups_ = &rows;
+    struct Unset {
+      RowWriteGroups*& slot;
+      ~Unset() { slot = nullptr; }
+    } unset{rowGroups_};
     for (const ProfileT2FileRow& row : profileFileList) {
       if (!row.selected) continue;
       ++position;
@@ -195,6 +202,7 @@ void clsImportProfileT2::importProfileT2Files() {
       const std::string path = row.path;
       resumeNext([&] { importProfileT2File(path); });
     }
+    rows.commit();
     std::shared_ptr<ProfileClient> none;
     closeProfileT2File(file_, none);
     successFlag = true;
@@ -213,7 +221,7 @@ bool clsImportProfileT2::importProfileT2File(const std::string& path) {
     }
     return false;
   }
-  importOneRow(counters, [&](std::string& skipReason) {
+  const auto body = [&](std::string& skipReason) {
     procedure(procedureLabel("importProfileT2File"), [&] {
       DatabaseService* db = usablePracticeDatabase();
       if (db == nullptr) return;
@@ -336,7 +344,11 @@ bool clsImportProfileT2::importProfileT2File(const std::string& path) {
     });
     if (!written) skipReason = "an existing client, not updated";
     return !written ? RowOutcome::Skipped : created_ ? RowOutcome::Created : RowOutcome::Updated;
-  });
+  };
+  if (rowGroups_ != nullptr)
+    rowGroups_->importRow(body);
+  else
+    importOneRow(counters, body);
   // The file is closed; its object serves the next file of the run.
   client.reset();
   AutomationError err;

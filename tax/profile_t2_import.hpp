@@ -18,6 +18,7 @@
 namespace lf {
 
 class ImportDuplicatesControl;
+class RowWriteGroups;
 struct StageCounters;
 
 struct ProfileT2FileRow {
@@ -68,6 +69,8 @@ class clsImportProfileT2 : public ImportServices, public ProfileAutomationLayer 
   long nextFileKey_ = 1;
   std::unique_ptr<ProfileFile> file_;
   bool created_ = false;
+  // The write groups of the running file loop; none outside it (each return commits alone).
+  RowWriteGroups* rowGroups_ = nullptr;
 };
 
 }  // namespace lf
