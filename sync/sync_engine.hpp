@@ -189,8 +189,9 @@ class SyncEngine : public ImportServices {
 
   // --- Invoice dockets ----------------------------------------------------------------------
   // Copies a stored docket to the dockets of an invoice (one row per docket and invoice,
-  // rewritten when it is there) and marks the docket locked and invoiced. Nothing is done
-  // when the docket is not found. REQUIRES: storeDocketsThrough was called by the source.
+  // rewritten when it is there) and marks the docket locked and invoiced. The docket is
+  // found in the run's Dockets recordset (storeDocketsThrough) or read alone; nothing is done
+  // when it is not there.
   void createNewTPSTimeAsInvoiceDocketInLedgerfolio(long docketID, long invoiceID);
 
   // --- Reading the source -----------------------------------------------------------------
