@@ -4,11 +4,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include <set>
 #include <sstream>
 
 #include "tax/cantax_import_wizard.hpp"
-#include "tax/cantax_t1_marks.hpp"
 #include "tax/cantax_t1_repair.hpp"
 #include "tax/cantax_wizard_answers.hpp"
 #include "tax/cantax_wizard_terminal.hpp"
@@ -309,20 +307,6 @@ TEST_F(TaxExportWizardTest, TerminalDrivesTheCANTAXPagesWithAnUntickedOption) {
   EXPECT_NE(
       out.str().find("[x] 13 If Line130 - 'Other Income' in CANTAX then check 'Other Income'"),
       std::string::npos);
-}
-
-TEST(CANTAXT1OptionCaptionTest, EveryOptionHasItsLineAndItsMark) {
-  std::set<int> seen;
-  for (const CANTAXT1Option& option : cantaxT1Options()) {
-    const std::string caption = cantaxT1OptionCaption(option);
-    const std::string line = std::string(option.line).substr(5);
-    EXPECT_EQ(caption.rfind("If Line" + line + " - '", 0), 0u) << caption;
-    EXPECT_NE(caption.find("' in CANTAX then check '"), std::string::npos) << caption;
-    seen.insert(option.option);
-  }
-  EXPECT_EQ(seen.size(), static_cast<size_t>(kCANTAXT1OptionCount));
-  EXPECT_EQ(cantaxT1OptionCaption(cantaxT1Options()[10]),
-            "If Line130 - 'Other Income' in CANTAX then check 'Other Income'");
 }
 
 TEST_F(TaxExportWizardTest, AnswersFileRefusesWrongOptionsAndAddress) {
