@@ -66,7 +66,7 @@ constexpr const char* kSchema =
     " \"Invoice Total\", \"Paid Status\");"
     "CREATE TABLE TimeEntries (\"Entry ID\", \"Client Id\", User, \"User Id\", Activity,"
     " \"Internal Description\", \"Public Description\", Billable, \"Entry Date\","
-    " \"Start Time\", \"Labor Hours\", \"Billable Hours\", Rate, Status);";
+    " \"Start Time\", \"Labor Hours\", \"Billable Hours\", Rate, Status, \"Invoice Id\");";
 
 struct Table {
   const char* name;
@@ -74,7 +74,7 @@ struct Table {
   int rows;
 };
 constexpr Table kTables[] = {
-    {"Clients", 15, 3}, {"Contacts", 21, 2}, {"Invoices", 8, 2}, {"TimeEntries", 14, 3}};
+    {"Clients", 15, 3}, {"Contacts", 21, 2}, {"Invoices", 8, 2}, {"TimeEntries", 15, 3}};
 
 // Fills the tables row by row from the fields, in order; missing fields are NULL.
 void writeExport(const std::string& path, const std::vector<std::string_view>& fields) {

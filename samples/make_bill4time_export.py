@@ -5,9 +5,9 @@ Without size options it writes a small fixed sample that covers the cases the sy
 tell apart: active, inactive and deleted clients (a deleted client is never brought in), a
 company with " LLP" in its name, persons, contacts of a business client (one deleted), time
 entries of several users at several rates, ready for billing, pending a ticket close or
-already billed, and invoices that are paid ("PAID") or not. With --clients or --entries it
-generates that many clients and time entries (and an invoice for every fourth entry) from
---seed instead. Every name, number and address is made up.
+already billed (an entry may name the invoice that bills it), and invoices that are paid
+("PAID") or not. With --clients or --entries it generates that many clients and time entries
+(and an invoice for every fourth entry, which that entry names) from --seed instead. Every name, number and address is made up.
 
 Tables and columns are the ones the sync reads, blanks in names included. Dates are stored as
 text "YYYY-MM-DD HH:MM:SS"; yes/no columns as 1 and 0.
@@ -41,7 +41,7 @@ CREATE TABLE TimeEntries (
   "Entry ID" INTEGER PRIMARY KEY, "Client Id" INTEGER, User TEXT, "User Id" INTEGER,
   Activity TEXT, "Internal Description" TEXT, "Public Description" TEXT, Billable INTEGER,
   "Entry Date" DATETIME, "Start Time" TEXT, "Labor Hours" REAL, "Billable Hours" REAL,
-  Rate REAL, Status TEXT);
+  Rate REAL, Status TEXT, "Invoice Id" INTEGER);
 """
 
 CLIENT_COLUMNS = [
@@ -58,7 +58,7 @@ INVOICE_COLUMNS = [
 ENTRY_COLUMNS = [
     "Entry ID", "Client Id", "User", "User Id", "Activity", "Internal Description",
     "Public Description", "Billable", "Entry Date", "Start Time", "Labor Hours",
-    "Billable Hours", "Rate", "Status"]
+    "Billable Hours", "Rate", "Status", "Invoice Id"]
 
 READY = "Ready For Billing"
 PENDING = "Pending Ticket Close"
@@ -124,13 +124,13 @@ ENTRIES = [
     row(ENTRY_COLUMNS, Entry_ID=3, Client_Id=102, User="Marion Quayle", User_Id=7,
         Activity="Advice", Internal_Description="Call about restructuring", Billable=1,
         Entry_Date=stamp(2026, 1, 15), Start_Time="2:00 PM", Labor_Hours=0.5,
-        Billable_Hours=0.5, Rate=150.0, Status=PENDING),
+        Billable_Hours=0.5, Rate=150.0, Status=PENDING, Invoice_Id=5002),
     row(ENTRY_COLUMNS, Entry_ID=4, Client_Id=104, User="Tobias Fenwick", User_Id=8,
         Activity="Personal return", Billable=1, Entry_Date=stamp(2026, 2, 3),
         Start_Time="11:00 AM", Labor_Hours=1.5, Billable_Hours=1, Rate=95.0, Status=READY),
     row(ENTRY_COLUMNS, Entry_ID=5, Client_Id=104, User="Tobias Fenwick", User_Id=8,
         Activity="Filing", Billable=0, Entry_Date=stamp(2025, 12, 20), Start_Time="3:15 PM",
-        Labor_Hours=0.25, Billable_Hours=0, Rate=0.0, Status=BILLED),
+        Labor_Hours=0.25, Billable_Hours=0, Rate=0.0, Status=BILLED, Invoice_Id=5003),
     row(ENTRY_COLUMNS, Entry_ID=6, Client_Id=103, User="Tobias Fenwick", User_Id=8,
         Activity="Closing file", Billable=1, Entry_Date=stamp(2026, 1, 20),
         Start_Time="9:00 AM", Labor_Hours=1, Billable_Hours=1, Rate=95.0, Status=READY),
@@ -189,7 +189,8 @@ def generated_sample(db, clients, entries, seed):
                               Entry_Date=stamp(2026, rnd.randint(1, 12), rnd.randint(1, 28)),
                               Start_Time="%d:00 AM" % rnd.randint(8, 11), Labor_Hours=hours,
                               Billable_Hours=hours, Rate=rnd.choice(rates),
-                              Status=rnd.choice([READY, READY, PENDING, BILLED])))
+                              Status=rnd.choice([READY, READY, PENDING, BILLED]),
+                              Invoice_Id=i if i % 4 == 0 else None))
         if i % 4 == 0:
             total = round(rnd.uniform(100, 3000), 2)
             invoices.append(row(INVOICE_COLUMNS, Invoice_Id=i, Client_Id=client,

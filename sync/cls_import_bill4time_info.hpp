@@ -95,6 +95,9 @@ class clsImportBill4TimeInfo : public SyncEngine {
   long createNewBill4TimeTimeAsDocketInLedgerfolio(const std::string& entryID, long docketID);
   long createNewBill4TimeInvoiceAsInvoiceInLedgerfolio(const std::string& invoiceKey,
                                                        long invoiceID);
+  // Joins the dockets of the invoice's time entries (those that name it in Invoice Id and
+  // were brought across) to the invoice's dockets. Nothing when the run has no time entries.
+  void linkBill4TimeInvoiceDockets(const std::string& invoiceKey, long invoiceID);
   // The deposit of a paid invoice with its one payment; made once per source invoice (the
   // deposit's cross-reference carries the invoice's ID). Answers the deposit, or -1.
   long createNewLedgerfolioDepositAsDeposit(const std::string& invoiceKey, long invoiceID,

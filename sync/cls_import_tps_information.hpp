@@ -121,7 +121,6 @@ class clsImportTPSInformation : public SyncEngine {
                                                  long contactID);
   long createNewTPSTimeAsDocketInLedgerfolio(const std::string& tpsTimeID, long& docketID,
                                              long& companyID, long& contactID);
-  void createNewTPSTimeAsInvoiceDocketInLedgerfolio(long docketID, long invoiceID);
   long createNewTPSInvoiceAsInvoiceInLedgerfolio(const std::string& tpsInvoiceID, long invoiceID);
   void adjustInvoiceAmount(long invoiceID, double adjustment);
   long createNewTPSDepositAsDepositInLedgerfolio(const std::string& tpsPaymentID, long depositID);

@@ -511,6 +511,7 @@ void SyncEngine::endRecord(StageCounters& counters, const RecordOutcome& outcome
 }
 
 void SyncEngine::storeDocketsThrough(const std::int32_t& dockets) {
+  dockets_ = &dockets;
   makeDocketObject = [&dockets]() -> std::unique_ptr<DocketObject> {
     DatabaseService* db = moduleState().DatabaseReference;
     if (db == nullptr) return nullptr;

@@ -187,6 +187,13 @@ class SyncEngine : public ImportServices {
   bool clientOfRecord(std::int32_t rows, std::string_view keyColumn, const std::string& key,
                       long& companyID, long& contactID);
 
+  // --- Invoice dockets ----------------------------------------------------------------------
+  // Copies a stored docket to the dockets of an invoice (one row per docket and invoice,
+  // rewritten when it is there) and marks the docket locked and invoiced. The docket is
+  // found in the run's Dockets recordset (storeDocketsThrough) or read alone; nothing is done
+  // when it is not there.
+  void createNewTPSTimeAsInvoiceDocketInLedgerfolio(long docketID, long invoiceID);
+
   // --- Reading the source -----------------------------------------------------------------
   // A look-up of the source under the operation's label: the field of the row the key finds
   // in the recordset by the column; empty when not found.
@@ -377,6 +384,8 @@ class SyncEngine : public ImportServices {
   std::map<std::string, StageCounters> ownCounters_;
   // The reason the creator of the record in hand gave for giving no record.
   std::string skipReason_;
+  // The run's open Dockets recordset, as storeDocketsThrough gave it.
+  const std::int32_t* dockets_ = nullptr;
   // Test hook: LFIMPORT_KILL_AT_RECORD=N kills the process with SIGKILL inside the N-th
   // record of the run, after its target rows are written and before its cross-reference is.
   long killAtRecord_ = 0;

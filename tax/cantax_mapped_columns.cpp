@@ -47,11 +47,13 @@ const std::vector<MappedColumn>& cantaxT2PlusMappedColumns() {
       {"CORP_COUNTRY", "Country", 50},
       {"CORP_PHONE", "OfficeNumber", 50},
       {"CORP_FAX", "FaxNumber", 50},
-      {"CORP_MAIL_ADDRESS1", "Address1_2", 50},
-      {"CORP_MAIL_CITY", "City_2", 50},
-      {"CORP_MAIL_POSTALCODE", "PostalCode_2", 50},
-      {"CORP_MAIL_PROV", "Province_2", 50},
-      {"CORP_MAIL_COUNTRY", "Country_2", 50},
+      // The second address set is the company's alternate address, the business import's
+      // second address group.
+      {"CORP_MAIL_ADDRESS1", "AltAddress1", 50},
+      {"CORP_MAIL_CITY", "AltCity", 50},
+      {"CORP_MAIL_POSTALCODE", "AltPostalCode", 50},
+      {"CORP_MAIL_PROV", "AltProvince", 50},
+      {"CORP_MAIL_COUNTRY", "AltCountry", 50},
       {"CORP_CONTACT_NAME", "DisplayName", 255},
       {"CORP_CONTACT_PHONE", "BusinessPhone_Main", 50},
       {"CORP_CONTACT_FAX", "BusinessPhone_Fax", 50},
@@ -66,7 +68,7 @@ const std::vector<MappedColumn>& drTaxT1MappedColumns() {
       {"First Name", "FirstName", 100},
       {"SIN", "SocialInsuranceNumber", 20},
       {"Birth Date", "Birthday", 50},
-      // The importer's list offers the contact's language as SpokenLanguage.
+      // The importer's list has no Language field: the contact's language is SpokenLanguage.
       {"Language", "SpokenLanguage", 50},
       {"Street", "HomeAddress1", 255},
       {"City", "HomeCity", 50},

@@ -17,15 +17,20 @@ namespace lf {
 class ImportGrid;
 
 struct CANTAXT1Option {
-  int option;          // the chkOption box on the advanced page
-  const char* line;    // "LINE_101"
-  int element;         // its element of the line amounts
-  const char* column;  // the personal-tax column it marks
+  int option;             // the chkOption box on the advanced page
+  const char* line;       // "LINE_101"
+  int element;            // its element of the line amounts
+  const char* column;     // the personal-tax column it marks
+  const char* lineName;   // the line's name in CANTAX, "Other Income"
+  const char* checkName;  // the mark's name on the personal-tax sheet, "Other Income"
 };
 
 // The options in the order they are walked.
 const std::vector<CANTAXT1Option>& cantaxT1Options();
 inline constexpr int kCANTAXT1OptionCount = 31;
+// The option's caption on the advanced page:
+// "If Line130 - 'Other Income' in CANTAX then check 'Other Income'".
+std::string cantaxT1OptionCaption(const CANTAXT1Option& option);
 
 using CANTAXLineAmounts = std::array<long, 35>;
 

@@ -5,6 +5,7 @@
 
 #include "base/general_utilities.hpp"
 #include "tax/cantax_import_wizard.hpp"
+#include "tax/cantax_t1_marks.hpp"
 #include "tax/drtax_import_wizard.hpp"
 
 namespace lf {
@@ -46,10 +47,13 @@ void showPage(TaxExportImportWizard& wizard, std::ostream& out) {
     out << "toggle N: select or unselect data row N\n";
   }
   if (t1 != nullptr && page == CANTAXImportWizard::kAdvancedPage) {
-    out << "ticked options:";
+    // Each box with its caption, by option number.
     for (int i = 0; i < kCANTAXT1OptionCount; ++i)
-      if (t1->chkOption[static_cast<size_t>(i)]) out << " " << i;
-    out << "\ntick N | untick N\n";
+      for (const CANTAXT1Option& option : cantaxT1Options())
+        if (option.option == i)
+          out << (t1->chkOption[static_cast<size_t>(i)] ? "[x] " : "[ ] ") << i << " "
+              << cantaxT1OptionCaption(option) << "\n";
+    out << "tick N | untick N\n";
   }
   if (t2plus != nullptr && page == CANTAXImportWizard::kAdvancedPage)
     out << "Which CANTAX Address do you want to use for the main Ledgerfolio address? "

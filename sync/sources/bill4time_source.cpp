@@ -66,6 +66,14 @@ bool clientListed(DatabaseService& source, std::int32_t clients, const std::stri
   return clientID.empty() || (clients != 0 && source.findRecord(clients, "Client Id", clientID));
 }
 
+// The invoice a time entry names in its Invoice Id; empty when it names none or the export's
+// time entries have no such column.
+std::string invoiceOfEntry(DatabaseService& source, std::int32_t entries) {
+  std::string invoice;
+  ignoreErrors([&] { invoice = SyncEngine::readText(source, entries, "Invoice Id"); });
+  return invoice;
+}
+
 // --- Field maps -------------------------------------------------------------------------------
 
 // A business client (Clients to Companies), besides its name, legal form and notes.
@@ -434,6 +442,14 @@ long clsImportBill4TimeInfo::createNewBill4TimeTimeAsDocketInLedgerfolio(const s
                     "SELECT Dockets.* FROM Dockets WHERE DocketID=" + idText(saved) + ";");
       if (row.found()) db.setField(row, "BillingRateIDNum", idText(rateID));
     }
+    // An entry of an invoice brought across before: its docket joins the invoice's dockets.
+    // Entries of invoices still to come are joined by the invoice stage.
+    const std::string sourceInvoice = invoiceOfEntry(source, rsTimeEntries);
+    if (saved > 0 && !sourceInvoice.empty()) {
+      const long invoice = crossReferences().find(CrossReferenceKind::Invoice, sourceInvoice);
+      if (validInvoiceID(idText(invoice)))
+        createNewTPSTimeAsInvoiceDocketInLedgerfolio(saved, invoice);
+    }
     return saved;
   };
   return createFromSourceRow(__func__, rsTimeEntries, "Entry ID", entryID, docketID, create);
@@ -464,12 +480,30 @@ long clsImportBill4TimeInfo::createNewBill4TimeInvoiceAsInvoiceInLedgerfolio(
     db.setField(rsTargetInvoices, "UseFinalAmountAdjustment", discount != 0.0f ? "True" : "False");
     db.setField(rsTargetInvoices, "InvoiceFinalAmountWithTaxes", numberText(total));
 
+    linkBill4TimeInvoiceDockets(invoiceKey, invoice);
+
     // Without a payments table, a paid invoice is paid by a deposit of its total.
     if (G::trim(src("Paid Status")) == "PAID")
       createNewLedgerfolioDepositAsDeposit(invoiceKey, invoice, company, contact, total);
     return invoice;
   };
   return createFromSourceRow(__func__, rsInvoices, "Invoice Id", invoiceKey, -1, create);
+}
+
+void clsImportBill4TimeInfo::linkBill4TimeInvoiceDockets(const std::string& invoiceKey,
+                                                         long invoiceID) {
+  if (rsTimeEntries == 0 || !sourceUsable()) return;
+  DatabaseService& source = *sourceDatabase();
+  std::vector<std::string> entries;
+  ignoreErrors([&] {
+    if (!source.findRecord(rsTimeEntries, "Invoice Id", invoiceKey)) return;
+    for (; !source.isEOF(rsTimeEntries); source.findNext(rsTimeEntries))
+      entries.push_back(readText(source, rsTimeEntries, "Entry ID"));
+  });
+  for (const std::string& entry : entries) {
+    const long docket = crossReferences().find(CrossReferenceKind::Docket, entry);
+    if (docket > 0) createNewTPSTimeAsInvoiceDocketInLedgerfolio(docket, invoiceID);
+  }
 }
 
 long clsImportBill4TimeInfo::createNewLedgerfolioDepositAsDeposit(const std::string& invoiceKey,

@@ -361,10 +361,9 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeEmployeeAsEmployeeInLedgerfol
     DatabaseService& source = *sourceDatabase();
     DatabaseService& db = practice();
     auto src = [&](std::string_view f) { return readText(source, rsStaff, f); };
-    bool found = false;
-    if (employeeID > 0)
-      found = db.findRecord(rsAccountantEmployeeInfo, "ContactID", idText(employeeID));
-    if (!found) {
+    // An EmpID repeated in the export finds the member its first row made, which is not in
+    // the run's staff recordset: employeeRow reads it alone.
+    if (employeeID <= 0 || !employeeRow(db, rsAccountantEmployeeInfo, employeeID).found()) {
       const std::string name = joinPresent({src("FirstName"), src("MiddleName"), src("LastName")});
       if (name.empty()) {
         skipBecause("no name");
@@ -373,9 +372,7 @@ long clsImportCCHPracticeInfo::createNewCCHPracticeEmployeeAsEmployeeInLedgerfol
       const long kind = G::upperCase(G::trim(src("StaffLevel"))) == "ADM" ? 1 : 2;
       result = rec::addAccountantEmployee(name, firmID, kind);
     }
-    RowAccess row(db, rsAccountantEmployeeInfo, "ContactID", result,
-                  "SELECT AccountantEmployeeInfo.* FROM AccountantEmployeeInfo WHERE ContactID=" +
-                      idText(result) + ";");
+    RowAccess row = employeeRow(db, rsAccountantEmployeeInfo, result);
     if (!row.found()) return;
     if (validCompanyID(firmID)) db.setField(row, "CompanyNum", idText(firmID));
     db.setField(row, "ActiveStatus", G::trim(src("Inactive")) == "F" ? "1" : "2");

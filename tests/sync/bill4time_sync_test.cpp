@@ -256,6 +256,59 @@ TEST_F(Bill4TimeSyncTest, ARerunWithOnlyNewEntriesCreatesNothing) {
   EXPECT_TRUE(messages.asked.empty());
 }
 
+// Entry 3 (Advice, 0.5 h for Harlow & Voss) names invoice 5002; entry 5 names 5003 but is
+// billed, so the WIP statement never brings it.
+TEST_F(Bill4TimeSyncTest, AnEntryNamingAnInvoiceBecomesOneOfItsDockets) {
+  auto text = [&](const std::string& sql, const char* column) {
+    return value(sql, column).toString();
+  };
+  auto expectOneInvoiceDocket = [&](const std::string& when) {
+    ASSERT_EQ(count("SELECT * FROM InvoiceDockets;"), 1) << when;
+    const std::string invoice =
+        value("SELECT * FROM Invoices WHERE InvoiceNum='5002';", "InvoiceID").toString();
+    const std::string docket =
+        value("SELECT DocketIDNum FROM BalabossTimeEntries WHERE BalabossTimeID='3';",
+              "DocketIDNum")
+            .toString();
+    const std::string row = "SELECT * FROM InvoiceDockets WHERE InvoiceIDNum=" + invoice +
+                            " AND DocketIDNum=" + docket + ";";
+    ASSERT_EQ(count(row), 1) << when;
+    const std::string stored = "SELECT * FROM Dockets WHERE DocketID=" + docket + ";";
+    EXPECT_TRUE(value(stored, "DocketLocked").toBool()) << when;
+    EXPECT_TRUE(value(stored, "Invoiced").toBool()) << when;
+    // The invoice docket is a copy of the docket.
+    EXPECT_EQ(text(row, "Subject"), "Advice") << when;
+    for (const char* column : {"UserIDNum", "CompanyIDNum", "BillingRateIDNum", "TimeFrom"})
+      EXPECT_EQ(text(row, column), text(stored, column)) << when << " " << column;
+    EXPECT_TRUE(value(row, "Invoiced").toBool()) << when;
+  };
+
+  // One run: the entry's docket is made before the invoice, which then takes it.
+  makeEngine()->importBill4TimeInformation();
+  expectOneInvoiceDocket("first run");
+  for (bool onlyNew : {true, false}) {
+    auto again = makeEngine();
+    again->options().importOnlyNewEntries = onlyNew;
+    again->importBill4TimeInformation();
+    expectOneInvoiceDocket(onlyNew ? "re-run with only new entries" : "re-run rewriting");
+    EXPECT_EQ(count("SELECT * FROM Dockets;"), 4);
+  }
+}
+
+TEST_F(Bill4TimeSyncTest, AnEntryOfAnInvoiceBroughtEarlierJoinsItsDockets) {
+  auto invoices = makeEngine();
+  invoices->setSyncObjects(true, false, true, false);
+  invoices->importBill4TimeInformation();
+  EXPECT_EQ(count("SELECT * FROM InvoiceDockets;"), 0);
+  auto entries = makeEngine();
+  entries->setSyncObjects(false, true, false, false);
+  entries->importBill4TimeInformation();
+  const std::string invoice =
+      value("SELECT * FROM Invoices WHERE InvoiceNum='5002';", "InvoiceID").toString();
+  EXPECT_EQ(count("SELECT * FROM InvoiceDockets WHERE InvoiceIDNum=" + invoice + ";"), 1);
+  EXPECT_EQ(count("SELECT * FROM InvoiceDockets;"), 1);
+}
+
 TEST_F(Bill4TimeSyncTest, EveryFieldMapColumnStandsInTheExportAndThePracticeSchema) {
   ASSERT_EQ(bill4TimeFieldMaps().size(), 4u);
   testing::expectFieldMapsMatchTheSchemas(exportPath, bill4TimeFieldMaps(), *db);

@@ -411,6 +411,32 @@ TEST_F(CCHPracticeSyncTest, StaffAndClientsByTheirFieldMaps) {
   EXPECT_EQ(text(ingrid, "HomeAddress"), "77 Cedar Hill");
 }
 
+TEST_F(CCHPracticeSyncTest, AnEmpIDRepeatedInTheExportIsOneStaffMember) {
+  // The export's key is not enforced: a staff table copied without it holds E1 twice.
+  exportFile.exec(
+      "CREATE TABLE StaffCopy AS SELECT * FROM Staff; DROP TABLE Staff;"
+      "ALTER TABLE StaffCopy RENAME TO Staff;"
+      "INSERT INTO Staff (EmpID, FirstName, LastName, StaffLevel, Inactive, JobTitle, Rate2)"
+      " VALUES ('E1', 'Marion', 'Quayle', 'ADM', 'F', 'Senior Partner', '150');");
+  auto engine = makeEngine();
+  engine->setSyncObjects(true, false, false, false);
+  engine->initializeDataRecordsets();
+  engine->importCCHPracticeUsers();
+  engine->closeDataRecordsets();
+  const StageCounters& staff = engine->ownCounters().at("staff");
+  EXPECT_EQ(staff.read, 2);
+  EXPECT_EQ(staff.created, 1);
+  EXPECT_EQ(staff.updated, 1);
+  // The second row updates the member the first one made.
+  const std::string quayle = "SELECT * FROM AccountantEmployeeInfo WHERE LastName='Quayle';";
+  EXPECT_EQ(count(quayle), 1);
+  EXPECT_EQ(text(quayle, "BusinessJobTitle"), "Senior Partner");
+  EXPECT_EQ(count("SELECT * FROM UserBillingRates WHERE UserBillingRateCode=' Rate 2' AND "
+                  "UserIDNum=" +
+                  value(quayle, "ContactID").toString() + ";"),
+            1);
+}
+
 TEST_F(CCHPracticeSyncTest, DepositsSettleTheirInvoicesAtTheEndOfTheRun) {
   exportFile.exec(
       "INSERT INTO AR (ReferenceNumber, ClientID, Engagement, InvoiceNumber, InvoiceDate, "

@@ -144,11 +144,11 @@ TEST_F(TaxExportWizardTest, EveryMappedFieldIsInTheImportListWithItsLength) {
         EXPECT_EQ(item->maxLength, column.maxLength) << column.field;
       }
     }
-  // The business list has no second address set: those columns stay unassigned.
-  const std::vector<std::string> secondAddress = {"Address1_2", "City_2", "PostalCode_2",
-                                                  "Province_2", "Country_2"};
-  EXPECT_EQ(setupMappedColumns(business, cantaxT2PlusMappedColumns()), secondAddress);
+  // Every column of the corporation files finds its field, the mailing address included.
+  EXPECT_TRUE(setupMappedColumns(business, cantaxT2PlusMappedColumns()).empty());
   EXPECT_TRUE(setupMappedColumns(business, drTaxT2MappedColumns()).empty());
+  // Dr. Tax's language has no Language field to go to; SpokenLanguage takes it.
+  EXPECT_EQ(personal.mapping.fieldList().findByDatabaseField("Language"), nullptr);
 }
 
 TEST_F(TaxExportWizardTest, CANTAXFinishChecksAndAForeignFile) {
@@ -200,6 +200,31 @@ TEST_F(TaxExportWizardTest, CANTAXT2PlusMailingAddressBecomesTheMainOne) {
   EXPECT_EQ(company(maple, "YearEndDate").substr(0, 10),
             std::to_string(locale->getCurrentTaxYear()) + "-12-31");
   EXPECT_EQ(count("SELECT * FROM Contacts WHERE FirstName='Jane' AND LastName='Doe'"), 1);
+  // The main address is kept as the alternate one.
+  EXPECT_EQ(company(maple, "AltAddress"), "1 King St");
+  EXPECT_EQ(company(maple, "AltCity"), "Toronto");
+  EXPECT_EQ(company(maple, "AltPostalCode"), "M5H1A1");
+}
+
+TEST_F(TaxExportWizardTest, CANTAXT2PlusMailingAddressIsTheAlternateOne) {
+  const std::string raw =
+      "Maple Leaf Bakery Inc,Dec31,123456789,,,ON-55,,1 King St,,Toronto,ON,M5H1A1,Canada,"
+      "4165550000,4165550001,PO Box 9,,Ottawa,QC,K1A0B1,Canada,Jane Doe,4165550002,4165550003";
+  frmImportCANTAXT2Plus wizard;
+  wizard.Initialize();
+  wizard.cmdSaveTemplate_Click((folder / "t2").string());
+  ASSERT_TRUE(wizard.openExportFile(writeExport("t2plus.txt", raw)));
+  toLastPage(wizard);
+  wizard.cmdNext_Click();
+  EXPECT_EQ(lastMessage(), "The data was imported successfully");
+  const std::string maple = "CompanyName='Maple Leaf Bakery Inc'";
+  EXPECT_EQ(company(maple, "Address"), "1 King St");
+  EXPECT_EQ(company(maple, "City"), "Toronto");
+  EXPECT_EQ(company(maple, "AltAddress"), "PO Box 9");
+  EXPECT_EQ(company(maple, "AltCity"), "Ottawa");
+  EXPECT_EQ(company(maple, "AltProvince"), "QC");
+  EXPECT_EQ(company(maple, "AltPostalCode"), "K1A0B1");
+  EXPECT_EQ(company(maple, "AltCountry"), "Canada");
 }
 
 TEST_F(TaxExportWizardTest, DrTaxT1ImportsAndMovesToTheGrid) {
@@ -275,6 +300,13 @@ TEST_F(TaxExportWizardTest, TerminalDrivesTheCANTAXPagesWithAnUntickedOption) {
   const long john =
       value("SELECT ContactID FROM Contacts WHERE FirstName='John'", "ContactID").toLong();
   EXPECT_FALSE(mark(john, "EmploymentIncome"));
+  // The advanced page lists each box with its caption.
+  EXPECT_NE(out.str().find("[ ] 0 If Line101 - 'Employment Income' in CANTAX then check "
+                           "'Employment Income'"),
+            std::string::npos);
+  EXPECT_NE(
+      out.str().find("[x] 13 If Line130 - 'Other Income' in CANTAX then check 'Other Income'"),
+      std::string::npos);
 }
 
 TEST_F(TaxExportWizardTest, AnswersFileRefusesWrongOptionsAndAddress) {
