@@ -8,6 +8,7 @@
 #include "base/general_utilities.hpp"
 #include "base/module_state.hpp"
 #include "frame/cls_import_info.hpp"
+#include "host/file_dialog.hpp"
 #include "host/locale_service.hpp"
 #include "host/message_box.hpp"
 #include "tax/profile_return_file.hpp"
@@ -82,6 +83,16 @@ void ProfileImportWizard::scanFolder() {
   if (File1.empty())
     lblNoFiles = std::string("Ledgerfolio cannot find any Profile ") + (isT1() ? "T1" : "T2") +
                  " files in this folder.";
+}
+
+void ProfileImportWizard::cmdBrowseCSV_Click(FileDialog& dialog) {
+  dialog.setDialogTitle("Select profile folder");
+  dialog.setInitialFolder(txtFileLocation);
+  const FileDialogResult chosen = dialog.showOpen();
+  if (!chosen.confirmed) return;
+  std::filesystem::path path = chosen.path;
+  txtFileLocation =
+      std::filesystem::is_directory(path) ? path.string() : path.parent_path().string();
 }
 
 void ProfileImportWizard::setFileChecked(size_t position, bool checked) {

@@ -20,6 +20,7 @@
 namespace lf {
 
 class clsImportInfo;
+class FileDialog;
 
 // One item of the list view File1: the text of the row, its key "Item:" + the row's key, and
 // its tick.
@@ -61,6 +62,9 @@ class ProfileImportWizard {
   virtual void cmdBack_Click() = 0;
   virtual void cmdFinish_Click() = 0;
   void cmdCancel_Click() { open_ = false; }
+  // The browse button: the host's dialog titled "Select profile folder", starting at the
+  // folder in the box; a confirmed choice fills the box (a file chosen gives its folder).
+  void cmdBrowseCSV_Click(FileDialog& dialog);
   // Index 0 selects or unselects every file; index 1 selects by the File Selection Options.
   void cmdSelectAll_Click(int index);
 

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "host/file_dialog.hpp"
 #include "tax/profile_question_forms.hpp"
 #include "tax/profile_wizard_answers.hpp"
 #include "tax/profile_wizard_terminal.hpp"
@@ -77,7 +78,10 @@ TEST_F(ProfileWizardTest, T1FolderPageRefusesAMissingFolderAndScansAGoodOne) {
   EXPECT_THAT(shownTexts(), ElementsAre(kNoFolder));
   EXPECT_THAT(w.File1, IsEmpty());
 
-  w.txtFileLocation = folder.string();
+  PresetFileDialog browse((folder / "Hill.16T").string());
+  w.cmdBrowseCSV_Click(browse);
+  EXPECT_EQ(browse.title(), "Select profile folder");
+  EXPECT_EQ(w.txtFileLocation, folder.string());
   w.cmdNext_Click();
   EXPECT_EQ(w.freStep(), frmImportProfileT1::kFilesPage);
   // Any letter case, the 17T listed, the corporate return and the text file not.
@@ -288,7 +292,7 @@ TEST_F(ProfileWizardTest, PasswordAndYearQuestions) {
 
 TEST_F(ProfileWizardTest, AnswersFilesDriveBothWizards) {
   writeFolder();
-  writeReturn("Pw.16T", 2016, taxpayer("046454286", "Pat", "Poplar"), "maple");
+  writeReturn("Pw.16T", 2016, taxpayer("123456782", "Pat", "Poplar"), "maple");
   ProfileT1Answers a = parseProfileT1Answers(
       R"({"folder": "in", "year": 2024, "select": {"year": 2016}, "couples": "both",
           "passwords": ["maple"]})",
@@ -305,7 +309,7 @@ TEST_F(ProfileWizardTest, AnswersFilesDriveBothWizards) {
   EXPECT_EQ(count("SELECT * FROM PersonalTaxStatus WHERE TaxYear=2024"), 4);
 
   ProfileT2Answers t2 = parseProfileT2Answers(
-      R"({"folder": "corp", "address": "books", "select": {"notInLedgerfolio": true},
+      R"({"folder": "corp", "address": "books", "select": "all",
           "duplicates": {"check": true, "matchBy": "corporate-name", "action": "skip"}})",
       "/srv");
   EXPECT_EQ(t2.folder, "/srv/corp");
@@ -316,6 +320,7 @@ TEST_F(ProfileWizardTest, AnswersFilesDriveBothWizards) {
   frmImportProfileT2 w2;
   ASSERT_TRUE(runProfileT2WizardFromAnswers(w2, t2));
   EXPECT_EQ(count("SELECT * FROM Companies WHERE CompanyName='Northwind Ltd.'"), 1);
+  EXPECT_EQ(w2.ProfileImport.profileAddressType, 3);
 
   // An answers file whose folder is gone stops on the folder page with its message.
   t2.folder = (folder / "gone").string();
@@ -344,7 +349,7 @@ TEST_F(ProfileWizardTest, T2AnswersOfTheWrongFormNameTheirField) {
 
 TEST_F(ProfileWizardTest, TerminalRunsTheT1WizardAndAsksPasswords) {
   writeFolder();
-  writeReturn("Pw.16T", 2016, taxpayer("046454286", "Pat", "Poplar"), "maple");
+  writeReturn("Pw.16T", 2016, taxpayer("123456782", "Pat", "Poplar"), "maple");
   std::istringstream passwordInput("\nmaple\ny\n");
   std::ostringstream passwordOutput;
   ProfilePasswordTerminal passwords(passwordInput, passwordOutput);
