@@ -60,6 +60,7 @@ int runImportProfileT1(const ImportProfileOptions& o) {
                                                    : &listed);
   wizard.ProfileImport.counters = &report.stage("personal returns");
   wizard.Initialize();
+  if (!answers.folder.empty()) wizard.txtFileLocation = answers.folder;
   const bool finished = interactive ? runProfileWizardAtTerminal(wizard, std::cin, std::cerr)
                                     : runProfileT1WizardFromAnswers(wizard, answers);
   setProfileObjectFactory(nullptr);
