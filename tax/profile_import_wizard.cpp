@@ -284,6 +284,17 @@ void frmImportProfileT1::cmdFinish_Click() {
 
 frmImportProfileT2::frmImportProfileT2() {
   cboProfileAddress = profileAddressItems()[0];
+  ProfileImport.importingProfileClientsStart = [this](long total) {
+    progressValue = 0;
+    progressMax = total;
+  };
+  ProfileImport.importingProfileClientsInc = [this](long position, long total) {
+    progressValue = position;
+    progressMax = total;
+  };
+  ProfileImport.importingProfileClientsPrompt = [this](const std::string& caption) {
+    lblProgress = caption;
+  };
   companyDuplicates_.setMatchBy(kMatchByBusinessNumber);
   companyDuplicates_.setAction(kDuplicateUpdate);
 }

@@ -160,6 +160,10 @@ class frmImportProfileT2 : public ProfileImportWizard {
   // The four items under "Profile Address to Import:".
   static const std::array<std::string, 4>& profileAddressItems();
   std::string cboProfileAddress;
+  // The import dialog, following the class's events: its label and bar.
+  std::string lblProgress;
+  long progressValue = 0;
+  long progressMax = 0;
   PracticeImportDuplicates& companyDuplicates() { return companyDuplicates_; }
 
   void cmdNext_Click() override;

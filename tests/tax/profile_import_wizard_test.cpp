@@ -256,6 +256,8 @@ TEST_F(ProfileWizardTest, T2WizardRoutesAndImport) {
   w.cmdFinish_Click();
   EXPECT_TRUE(w.finished());
   EXPECT_EQ(w.ProfileImport.profileAddressType, 2);
+  EXPECT_EQ(w.lblProgress, "Importing Northwind Ltd.");
+  EXPECT_EQ(w.progressMax, 1);
   EXPECT_EQ(count("SELECT * FROM Companies WHERE CompanyName='Northwind Ltd.'"), 1);
   EXPECT_EQ(count("SELECT * FROM Companies WHERE CompanyName='Harbourview Inc.'"), 0);
 }
