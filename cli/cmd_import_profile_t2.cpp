@@ -1,8 +1,9 @@
 // lfimport import profile-t2: brings the corporations of the Profile T2 returns (".GT2") of a
-// folder into a practice database as companies, through the stand-in Profile product. The
-// choices are options: which address of the return the company takes, the selection (the most
-// recent return of each business number, corporations not yet known), what to do with a
-// company found by business number or name, and passwords to answer the password question
+// folder into a practice database as companies, through the stand-in Profile product, by the
+// import wizard: at the terminal (--interactive) or with an answers file. The options are
+// shortcuts that stand over the answers file: which address of the return the company takes, the
+// selection (the most recent return of each business number, corporations not yet known), what to
+// do with a company found by business number or name, and passwords to answer the password question
 // with. The run report is summarised on stderr and written as JSON with --report.
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -16,10 +17,12 @@
 #include "cli/import_command.hpp"
 #include "cli/json_output.hpp"
 #include "cli/report_file.hpp"
-#include "host/practice_import_duplicates.hpp"
-#include "tax/profile_return_file.hpp"
+#include "host/import_duplicates_control.hpp"
+#include "host/terminal_message_box.hpp"
+#include "tax/profile_import_wizard.hpp"
 #include "tax/profile_stand_in.hpp"
-#include "tax/profile_t2_import.hpp"
+#include "tax/profile_wizard_answers.hpp"
+#include "tax/profile_wizard_terminal.hpp"
 
 namespace lf::cli {
 namespace {
@@ -27,59 +30,75 @@ namespace {
 struct ImportProfileT2Options {
   HostOptions host;
   std::string folder;
-  std::string address = "head-office";
+  std::string answers;
+  std::string address;
   bool mostRecent = false;
   bool notInLedgerfolio = false;
-  std::string duplicates = "update";
+  std::string duplicates;
   std::vector<std::string> passwords;
   std::string reportPath;
 };
 
+// The options given on the command line stand over the answers file's choices.
+void applyShortcuts(const ImportProfileT2Options& o, ProfileT2Answers& answers) {
+  if (!o.folder.empty()) answers.folder = o.folder;
+  for (int i = 0; i < 4; ++i)
+    if (o.address == kProfileT2AddressWords[i]) answers.address = i;
+  answers.selectMostRecent = answers.selectMostRecent || o.mostRecent;
+  answers.selectNotInLedgerfolio = answers.selectNotInLedgerfolio || o.notInLedgerfolio;
+  if (!o.duplicates.empty()) {
+    answers.duplicateCheck = o.duplicates != "off";
+    const std::map<std::string, int> actions = {{"skip", kDuplicateSkip},
+                                                {"new", kDuplicateNewClient},
+                                                {"update", kDuplicateUpdate},
+                                                {"ask", kDuplicateAsk},
+                                                {"off", kDuplicateUpdate}};
+    answers.action = actions.at(o.duplicates);
+  }
+  answers.passwords.insert(answers.passwords.end(), o.passwords.begin(), o.passwords.end());
+}
+
 int runImportProfileT2(const ImportProfileT2Options& o) {
-  if (!std::filesystem::is_directory(o.folder))
-    throw Failure("the folder '" + o.folder + "' does not exist");
+  ProfileT2Answers answers;
+  if (!o.answers.empty()) answers = readProfileT2Answers(o.answers);
+  applyShortcuts(o, answers);
+  if (answers.folder.empty()) throw UsageError("no folder of returns given (--folder)");
+  if (!std::filesystem::is_directory(answers.folder))
+    throw Failure("the folder '" + answers.folder + "' does not exist");
   if (!o.reportPath.empty()) requireReportPath(o.reportPath);
+  const bool interactive = o.host.interactive;
+
   HostSession session(o.host);
   RunReport& report = session.report();
+  std::ostream* log = o.host.quiet ? nullptr : &std::cerr;
+  std::unique_ptr<TerminalMessageBox> answersBox;
+  if (!interactive) {
+    answersBox = makeAnswersMessageBox(answers.questions, &report, log);
+    moduleState().MsgboxClass = answersBox.get();
+  } else {
+    session.messages().setInput(&std::cin);
+  }
   setProfileObjectFactory(makeProfileStandIn(session.practice()));
 
-  clsImportProfileT2 import;
-  ProfileListedPasswords passwords(o.passwords);
-  import.setPasswordForm(&passwords);
-  const std::map<std::string, std::string> addressTexts = {
-      {"head-office", "Profile Head Office Address"},
-      {"mailing", "Profile Mailing Address"},
-      {"books", "Profile Location of Books Address"},
-      {"signing-officer", "Profile Signing Officer Address"}};
-  import.setProfileAddressType(addressTexts.at(o.address));
-  PracticeImportDuplicates companies(PracticeImportDuplicates::Company);
-  companies.setCheckingOn(o.duplicates != "off");
-  companies.setMatchBy(kMatchByBusinessNumber);
-  const std::map<std::string, int> actions = {{"skip", kDuplicateSkip},
-                                              {"new", kDuplicateNewClient},
-                                              {"update", kDuplicateUpdate},
-                                              {"ask", kDuplicateAsk},
-                                              {"off", kDuplicateUpdate}};
-  companies.setAction(actions.at(o.duplicates));
-  import.companyDuplicatesControl = &companies;
-
-  std::vector<std::string> files;
-  for (const auto& entry : std::filesystem::directory_iterator(o.folder)) {
-    auto kind = profileKindOfExtension(profileFileExtension(entry.path().string()));
-    if (entry.is_regular_file() && kind && kind->kind == "T2") files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
-  for (const std::string& path : files) import.addProfileFileToImportList(path);
-  import.selectOnlyMostRecentClientsFlag = o.mostRecent;
-  import.selectOnlyClientsNotAlreadyEnteredInLedgerfolioFlag = o.notInLedgerfolio;
-  import.selectSpecificProfileT2Files();
-  import.counters = &report.stage("corporate returns");
-  if (import.startImportProfileT2Files()) import.importProfileT2Files();
+  frmImportProfileT2 wizard;
+  ProfileListedPasswords listed(answers.passwords);
+  ProfilePasswordTerminal asked(std::cin, std::cerr);
+  wizard.ProfileImport.setPasswordForm(interactive ? static_cast<ProfilePasswordForm*>(&asked)
+                                                   : &listed);
+  wizard.ProfileImport.counters = &report.stage("corporate returns");
+  wizard.Initialize();
+  wizard.txtFileLocation = answers.folder;
+  const bool finished = interactive ? runProfileWizardAtTerminal(wizard, std::cin, std::cerr)
+                                    : runProfileT2WizardFromAnswers(wizard, answers);
   setProfileObjectFactory(nullptr);
 
   if (!o.host.quiet) std::cerr << report.summary();
   if (!o.reportPath.empty()) writeReportFile(report, o.reportPath);
-  if (!import.successFlag) return kExitFailed;
+  if (!finished && !wizard.importRan()) {
+    std::cerr << "lfimport import profile-t2: the wizard did not finish; nothing was imported\n";
+    return kExitFailed;
+  }
+  if (!wizard.ProfileImport.successFlag) return kExitFailed;
   return report.failedRows() > 0 || report.errorCount() > 0 ? kExitFailed : 0;
 }
 
@@ -87,8 +106,12 @@ const CommandRegistration registration(93, [](CLI::App& app) {
   auto o = std::make_shared<ImportProfileT2Options>();
   CLI::App* cmd = importCommand(app)->add_subcommand(
       "profile-t2", "Import the corporations of a folder of Profile T2 returns");
-  cmd->add_option("--folder", o->folder, "The folder of returns (.GT2)")->required();
+  cmd->add_option("--folder", o->folder, "The folder of returns (.GT2)");
   cmd->add_option("--practice", o->host.practicePath, "Practice database")->required();
+  auto* answers = cmd->add_option("--answers", o->answers, "The import's answers (JSON)");
+  auto* interactive =
+      cmd->add_flag("--interactive", o->host.interactive, "Run the wizard at the terminal");
+  answers->excludes(interactive);
   cmd->add_option("--address", o->address, "The company's address from the return")
       ->check(CLI::IsMember({"head-office", "mailing", "books", "signing-officer"}));
   cmd->add_flag("--most-recent", o->mostRecent, "Only the latest return of a business number");

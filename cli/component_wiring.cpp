@@ -4,6 +4,7 @@
 #include "merge/record_hooks.hpp"
 #include "summaries/summary_record_hooks.hpp"
 #include "tax/cantax_forms.hpp"
+#include "tax/profile_forms.hpp"
 
 namespace lf {
 
@@ -11,6 +12,7 @@ void installComponentWiring() {
   installSummaryRecordHooks();
   installMergeRecordHooks();
   registerCANTAXForms();
+  registerProfileForms();
 }
 
 }  // namespace lf

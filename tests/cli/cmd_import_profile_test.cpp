@@ -167,4 +167,39 @@ TEST_F(ImportProfileT1Command, KilledImportRunAgainEndsAsOneUninterruptedRun) {
   EXPECT_EQ(clientsOf(killed), uninterrupted);
 }
 
+TEST_F(ImportProfileT1Command, WizardsRunFromTheSampleAnswersAndAtTheTerminal) {
+  makeReturns("");
+  const fs::path report = folder / "report.json";
+  // The sample answers of the corporate wizard, its folder given on the command line.
+  CommandRun t2 =
+      lfimport("import profile-t2 --quiet --practice '" + practice + "' --answers '" +
+               std::string(LF_SOURCE_DIR) + "/samples/profile_t2_answers.json' " + "--folder '" +
+               (folder / "returns").string() + "' --report '" + report.string() + "'");
+  ASSERT_EQ(t2.exitCode, 0) << t2.out;
+  EXPECT_EQ(nlohmann::json::parse(std::ifstream(report))["stages"][0]["read"], 3);
+
+  // The personal wizard at the terminal: Select All twice leaves nothing ticked, the first
+  // file ticked by hand, the couple on one contact.
+  std::ofstream(folder / "answers.txt")
+      << "next\nall\nall\ntoggle 1\nnext\ncouples 2\nnext\nyear 2024\nfinish\n";
+  std::ofstream(folder / "run.sh")
+      << "exec '" << LF_BINARY_DIR << "/lfimport' import profile-t1 --interactive --practice '"
+      << practice << "' --folder '" << (folder / "returns").string() << "' --report '"
+      << report.string() << "' < '" << (folder / "answers.txt").string() << "'\n";
+  CommandRun t1 = run("sh '" + (folder / "run.sh").string() + "'");
+  ASSERT_EQ(t1.exitCode, 0) << t1.out;
+  EXPECT_NE(t1.out.find("Finished."), std::string::npos) << t1.out;
+  EXPECT_EQ(nlohmann::json::parse(std::ifstream(report))["stages"][0]["read"], 1) << t1.out;
+
+  // A folder without returns: the files page refuses, nothing is imported.
+  fs::create_directories(folder / "empty");
+  CommandRun none = lfimport("import profile-t1 --practice '" + practice + "' --folder '" +
+                             (folder / "empty").string() + "'");
+  EXPECT_EQ(none.exitCode, 1);
+  EXPECT_NE(none.out.find("Click on Profile T1 client files in the list to select files."),
+            std::string::npos)
+      << none.out;
+  EXPECT_NE(none.out.find("the wizard did not finish; nothing was imported"), std::string::npos);
+}
+
 }  // namespace
