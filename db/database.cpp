@@ -59,6 +59,7 @@ void Database::executeStatement(std::string_view accessSql) {
     throw DatabaseFailure(what + ": " + failure.what());
   }
   impl_->step(*stmt, what);
+  impl_->forgetKeptResults();
   impl_->tables.clear();  // the schema may have changed
   impl_->readBackLayouts.clear();
   impl_->shapes.clear();
@@ -400,7 +401,9 @@ bool Database::deleteRecord(std::int32_t handle) {
   const TableInfo& info = impl_->tableInfo(r.translated.tables[0].table);
   SqlStatement& stmt = impl_->cached("DELETE FROM \"" + info.name + "\"" + impl_->whereKey(info));
   impl_->bindKey(stmt, 1, info, r.keyOf(r.cursor, 0));
+  const std::int64_t before = impl_->db().changeCounter();
   impl_->step(stmt, "Cannot delete from ", info.name);
+  impl_->noteWrite(&info.name, before);
   r.rows.erase(r.rows.begin() + static_cast<std::ptrdiff_t>(r.cursor));
   r.indexes.clear();
   r.keyMaps.clear();

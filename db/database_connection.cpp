@@ -57,6 +57,7 @@ void Database::Impl::rollBack() {
   knownMax.clear();
   knownMaxStamp = -1;
   lastReserved.clear();
+  forgetKeptResults();
   for (auto& [handle, r] : recordsets) forget(*r);
 }
 
@@ -94,6 +95,7 @@ void Database::Impl::disconnect() {
   lastReserved.clear();
   knownMax.clear();
   knownMaxStamp = -1;
+  forgetKeptResults();
   groupDepth = 0;
   if (backend) backend->disconnect();
   connected = false;

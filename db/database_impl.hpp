@@ -131,6 +131,22 @@ struct Database::Impl {
   std::optional<PendingWrite> pendingWrite;
   // Told of the writes a connection going away could not store (setErrorService).
   ErrorService* errors = nullptr;
+  // The rows a recordset statement read, by statement and parameters, handed to the next
+  // recordset opened on them while nothing they read has been written since: per client, the
+  // record operations and summaries read the same few rows many times. Only while the
+  // database is held alone, where this connection's writes are all the writes.
+  struct KeptResult {
+    std::shared_ptr<const Shape> shape;  // keeps the shape, and so the key, unique
+    std::vector<Row> rows;
+    std::int64_t readAt = 0;  // `writeClock` when read
+  };
+  static constexpr size_t kKeptResultsSize = 1024;
+  static constexpr size_t kKeptRowsLimit = 32;
+  std::unordered_map<std::string, KeptResult> keptResults;
+  std::int64_t writeClock = 0;
+  NameMap<std::int64_t> tableWrittenAt;  // `writeClock` at the last write to each table
+  std::int64_t anythingWrittenAt = 0;    // at the last write whose tables are not known
+  std::int64_t countedChanges = -1;      // the backend's change counter as last accounted
 
   SqlBackend& db() { return *backend; }
 
@@ -216,6 +232,9 @@ struct Database::Impl {
   void bindParameters(Recordset& r, SqlStatement& stmt);
   // Reads the rows of the keyset.
   void load(Recordset& r);
+  // Runs the recordset's statement for the rows of its keyset, and keeps them when they are
+  // the statement's whole result.
+  void readKeyset(Recordset& r);
   // The row just inserted into the recordset's first table, from the values written and the
   // table's defaults, without reading it back when the defaults are plain literals.
   Row composeRow(Recordset& r, std::int64_t key, const ColumnValues& values);
@@ -223,6 +242,18 @@ struct Database::Impl {
   Row& addedRow(Recordset& r);
   // A row of the recordset's first table read by its key, with the table's defaults.
   Row readBack(Recordset& r, std::int64_t key);
+
+  // Results kept for statements read again (result_reuse.cpp).
+  // After a write to one table (or, with no table, to any), with the backend's change
+  // counter as it stood before the write.
+  void noteWrite(const std::string* table, std::int64_t changesBefore);
+  // Forgets every kept result: the tables or the transaction changed under them.
+  void forgetKeptResults();
+  // Fills a recordset about to be read from a kept result of the same statement still
+  // valid; false when there is none.
+  bool reuseResult(Recordset& r);
+  // Keeps the rows a recordset has just read, when nothing kept them out of its keyset.
+  void keepResult(const Recordset& r, bool wholeResult);
 
   // Search indexes of findRecord (search_index.cpp).
   std::string rowKey(const Recordset& r, size_t row, const std::vector<int>& cols);

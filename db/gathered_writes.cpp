@@ -17,6 +17,7 @@ std::int64_t Database::Impl::writeOneRow(SqlStatement& stmt, const TableInfo& in
                                          std::string_view name) {
   const std::int64_t before = db().changeCounter();
   step(stmt, what, name);
+  noteWrite(&info.name, before);
   if (insert && info.keys.kind == KeyPlan::Kind::Rowid) key = db().lastInsertKey();
   if (knownMaxStamp != before || db().changeCounter() != before + 1) return key;
   knownMaxStamp = before + 1;

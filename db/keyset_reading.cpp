@@ -283,16 +283,16 @@ void Database::Impl::bindParameters(Recordset& r, SqlStatement& stmt) {
   }
 }
 
-// Reads the rows of the keyset.
-void Database::Impl::load(Recordset& r) {
-  flushWrites();
+// Runs the recordset's statement for the rows of its keyset, and keeps them when they are
+// the statement's whole result.
+void Database::Impl::readKeyset(Recordset& r) {
   SqlStatement& stmt = *r.shape->stmt;
   stmt.reset();
   bindParameters(r, stmt);
   const size_t total = r.columns.size() + r.slotCount;
   std::unordered_set<std::int64_t> added(r.addedHere.begin(), r.addedHere.end());
-  std::unordered_set<std::int64_t> seen;
   const bool snapshot = !r.snapshotMax.empty();
+  bool whole = true;
   try {
     while (stmt.step()) {
       // The keys first: a row outside the keyset is not read.
@@ -305,9 +305,11 @@ void Database::Impl::load(Recordset& r) {
         const std::int64_t key = row.cells[first + slot].i;
         if (key > r.snapshotMax[slot] && !(slot == 0 && added.count(key))) keep = false;
       }
-      if (!keep) continue;
+      if (!keep) {
+        whole = false;
+        continue;
+      }
       readRow(stmt, r.columns, row);
-      if (r.slotCount > 0) seen.insert(row.cells[first].i);
       r.rows.push_back(std::move(row));
     }
   } catch (const DatabaseFailure& failure) {
@@ -315,9 +317,20 @@ void Database::Impl::load(Recordset& r) {
     throw DatabaseFailure("Cannot read \"" + r.accessSql + "\": " + failure.what());
   }
   stmt.reset();
+  keepResult(r, whole);
+}
+
+// Reads the rows of the keyset.
+void Database::Impl::load(Recordset& r) {
+  flushWrites();
+  if (!reuseResult(r)) readKeyset(r);
   // Rows added here that the statement does not select stay in the recordset.
-  for (std::int64_t key : r.addedHere)
-    if (!seen.count(key)) r.rows.push_back(readBack(r, key));
+  if (!r.addedHere.empty()) {
+    std::unordered_set<std::int64_t> seen;
+    for (size_t row = 0; row < r.rows.size() && r.slotCount > 0; ++row) seen.insert(r.keyOf(row, 0));
+    for (std::int64_t key : r.addedHere)
+      if (!seen.count(key)) r.rows.push_back(readBack(r, key));
+  }
   r.loaded = true;
   r.cursor = 0;
   if (r.onAddedRow) {

@@ -65,6 +65,9 @@ class SqlStatement {
   virtual std::string_view text(int column) = 0;
   // True when the statement reads only (a recordset statement must).
   virtual bool readOnly() = 0;
+  // Every table the statement reads, a view standing for the tables under it; null when the
+  // backend cannot tell.
+  virtual const std::vector<std::string>* tablesRead() const { return nullptr; }
 };
 
 // Why a connection could not be made.

@@ -17,8 +17,9 @@ namespace {
 
 class SqliteStatement : public SqlStatement {
  public:
-  SqliteStatement(sqlite3* db, sqlite3_stmt* stmt, int* lastCode)
-      : db_(db), stmt_(stmt), lastCode_(lastCode) {}
+  SqliteStatement(sqlite3* db, sqlite3_stmt* stmt, int* lastCode,
+                  std::vector<std::string> tablesRead)
+      : db_(db), stmt_(stmt), lastCode_(lastCode), tablesRead_(std::move(tablesRead)) {}
   ~SqliteStatement() override { sqlite3_finalize(stmt_); }
 
   void reset() override {
@@ -70,12 +71,28 @@ class SqliteStatement : public SqlStatement {
     return {t != nullptr ? t : "", static_cast<size_t>(sqlite3_column_bytes(stmt_, i))};
   }
   bool readOnly() override { return sqlite3_stmt_readonly(stmt_) != 0; }
+  const std::vector<std::string>* tablesRead() const override { return &tablesRead_; }
 
  private:
   sqlite3* db_;
   sqlite3_stmt* stmt_;
   int* lastCode_;  // the backend's: why the last statement failed
+  std::vector<std::string> tablesRead_;
 };
+
+// Told by SQLite, while a statement is prepared, of every table it reads (the tables under
+// a view included, and a table none of whose columns is named). `tables` points at where
+// the statement being prepared collects them, null between prepares.
+int noteTableRead(void* tables, int action, const char* table, const char*, const char*,
+                  const char*) {
+  auto* collecting = *static_cast<std::vector<std::string>**>(tables);
+  if (collecting == nullptr || action != SQLITE_READ || table == nullptr) return SQLITE_OK;
+  auto& names = *collecting;
+  for (const std::string& name : names)
+    if (sqlite3_stricmp(name.c_str(), table) == 0) return SQLITE_OK;
+  names.emplace_back(table);
+  return SQLITE_OK;
+}
 
 // The file name as an SQLite URI path: the characters a URI gives a meaning are escaped.
 std::string uriPath(const std::string& path) {
@@ -105,6 +122,9 @@ ConnectFailure failureOf(int code) {
   }
 }
 
+// A connection is used by one thread at a time: SQLite need not lock it on each call.
+constexpr int kOneThread = SQLITE_OPEN_NOMUTEX;
+
 class SqliteBackend : public SqlBackend {
  public:
   explicit SqliteBackend(SqliteKeys keys) : keys_(keys) {}
@@ -126,13 +146,13 @@ class SqliteBackend : public SqlBackend {
     };
     if (p.empty()) return refuse(ConnectFailure::NoLocation, "No database path was given.");
     if (options.create) {
-      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) !=
+      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | kOneThread, nullptr) !=
           SQLITE_OK)
         return refuse(ConnectFailure::CannotOpen, db_ ? sqlite3_errmsg(db_) : "cannot create");
     } else {
       if (p != ":memory:" && !std::filesystem::is_regular_file(p))
         return refuse(ConnectFailure::CannotOpen, "No such file.");
-      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE | kOneThread, nullptr) != SQLITE_OK)
         return refuse(db_ ? failureOf(sqlite3_errcode(db_)) : ConnectFailure::CannotOpen,
                       db_ ? sqlite3_errmsg(db_) : "Cannot open the file.");
       if (p != ":memory:" && !writable()) {
@@ -144,12 +164,14 @@ class SqliteBackend : public SqlBackend {
           sqlite3_close_v2(db_);
           db_ = nullptr;
           if (sqlite3_open_v2((uriPath(p) + "?immutable=1").c_str(), &db_,
-                              SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr) != SQLITE_OK)
+                              SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | kOneThread, nullptr) != SQLITE_OK)
             return refuse(db_ ? failureOf(sqlite3_errcode(db_)) : ConnectFailure::CannotOpen,
                           db_ ? sqlite3_errmsg(db_) : "Cannot open the file.");
         }
       }
     }
+    // Installed once: installing it later would make SQLite prepare every statement again.
+    sqlite3_set_authorizer(db_, noteTableRead, &collecting_);
     // Settings, then the first read, which takes the locks and proves the file a database.
     try {
       sqlite3_busy_timeout(db_, options.busyTimeoutMs);
@@ -196,13 +218,16 @@ class SqliteBackend : public SqlBackend {
     requireOpen();
     sqlite3_stmt* stmt = nullptr;
     const char* tail = nullptr;
-    if (sqlite3_prepare_v2(db_, sql.data(), static_cast<int>(sql.size()), &stmt, &tail) !=
-        SQLITE_OK) {
+    std::vector<std::string> tablesRead;
+    collecting_ = &tablesRead;
+    const int rc = sqlite3_prepare_v2(db_, sql.data(), static_cast<int>(sql.size()), &stmt, &tail);
+    collecting_ = nullptr;
+    if (rc != SQLITE_OK) {
       lastCode_ = sqlite3_errcode(db_) & 0xFF;
       sqlite3_finalize(stmt);
       throw DatabaseFailure(sqlite3_errmsg(db_));
     }
-    auto prepared = std::make_unique<SqliteStatement>(db_, stmt, &lastCode_);
+    auto prepared = std::make_unique<SqliteStatement>(db_, stmt, &lastCode_, std::move(tablesRead));
     if (tail != nullptr &&
         !GeneralUtilities::isBlank(std::string_view(tail, sql.data() + sql.size() - tail)))
       throw DatabaseFailure("Only one statement is allowed.");
@@ -263,6 +288,7 @@ class SqliteBackend : public SqlBackend {
   sqlite3* db_ = nullptr;
   ConnectOptions options_;
   int lastCode_ = 0;
+  std::vector<std::string>* collecting_ = nullptr;  // the tables read, while preparing
 };
 
 }  // namespace
