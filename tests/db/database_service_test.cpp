@@ -1,6 +1,7 @@
 // The database service over every backend: keyset recordsets, searches, writes, write
 // groups and the behaviour callers rely on. Each case runs over SQLite with rowids and over
-// SQLite keyed by the declared keys only, as an engine without rowids keys its rows.
+// SQLite keyed by the declared keys only, as an engine without rowids keys its rows. A new
+// database is held alone, so results read are kept for reading again throughout.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -426,6 +427,82 @@ TEST_P(DatabaseServiceTest, FailedCommitIsRolledBackAndRecordsetsForgetTheGroup)
   db.executeStatement("INSERT INTO Child (pid) VALUES (7)");
   db.endWriteGroup();
   EXPECT_EQ(db.recordCount(open("SELECT * FROM Child;", kLockReadOnly)), 1);
+}
+
+// A statement read again after any kind of write to what it reads gives the rows as they are
+// now, whether the write went to its own table, a table of its sub-query, the table under a
+// view, or came from a trigger.
+TEST_P(DatabaseServiceTest, StatementReadAgainSeesEveryWriteToWhatItReads) {
+  const char* name = "SELECT Companies.CompanyName FROM Companies WHERE CompanyID = 2;";
+  auto nameNow = [&] {
+    std::int32_t h = open(name, kLockReadOnly);
+    std::string text = db.hasRecord(h) ? db.getField(h, "CompanyName").toString() : "(none)";
+    db.closeRecordset(h);
+    return text;
+  };
+  EXPECT_EQ(nameNow(), "Baker LLP");
+  std::int32_t w = open("SELECT Companies.* FROM Companies WHERE CompanyID = 2;");
+  ASSERT_TRUE(db.hasRecord(w));
+  db.setField(w, "CompanyName", "Baker & Sons");
+  EXPECT_EQ(nameNow(), "Baker & Sons");  // a gathered write, stored before the read
+  db.executeStatement("UPDATE Companies SET CompanyName = 'Baker Two' WHERE CompanyID = 2;");
+  EXPECT_EQ(nameNow(), "Baker Two");
+  db.deleteRecord(w);
+  EXPECT_EQ(nameNow(), "(none)");
+
+  const char* withClients =
+      "SELECT Companies.* FROM Companies WHERE CompanyID IN (SELECT CompanyIDNum FROM "
+      "ClientData);";
+  EXPECT_EQ(db.recordCount(open(withClients, kLockReadOnly)), 0);
+  std::int32_t c = open("SELECT ClientData.* FROM ClientData;");
+  db.addNewRecord(c);
+  db.setNewField(c, "CompanyIDNum", "3");
+  db.updateRecord(c);
+  EXPECT_EQ(db.recordCount(open(withClients, kLockReadOnly)), 1);
+
+  db.executeStatement("CREATE VIEW Named AS SELECT CompanyID, CompanyName FROM Companies;");
+  const char* viaView = "SELECT * FROM Named WHERE CompanyName = 'Dale';";
+  EXPECT_EQ(db.recordCount(open(viaView, kLockReadOnly)), 0);
+  add("Dale");
+  EXPECT_EQ(db.recordCount(open(viaView, kLockReadOnly)), 1);
+
+  backend->exec(  // the service refuses the statement inside a trigger as a second one
+      "CREATE TRIGGER NewClient AFTER INSERT ON Companies BEGIN INSERT INTO ClientData "
+      "(CompanyIDNum) VALUES (new.CompanyID); END;");
+  const char* clients = "SELECT ClientData.* FROM ClientData;";
+  EXPECT_EQ(db.recordCount(open(clients, kLockReadOnly)), 1);
+  add("Eden");
+  EXPECT_EQ(db.recordCount(open(clients, kLockReadOnly)), 2);
+}
+
+// Rows read again for a later recordset still keep out the rows added after that
+// recordset's open, and a rolled-back group leaves nothing of itself in them.
+TEST_P(DatabaseServiceTest, RowsReadAgainKeepEachKeysetAndForgetRolledBackWrites) {
+  const char* all = "SELECT Companies.* FROM Companies;";
+  std::int32_t early = open(all, kLockReadOnly);
+  add("Fenn");
+  EXPECT_EQ(db.recordCount(open(all, kLockReadOnly)), 5);
+  EXPECT_EQ(db.recordCount(early), 4);
+
+  db.executeStatement("CREATE TABLE Parent (id INTEGER PRIMARY KEY);");
+  db.executeStatement(
+      "CREATE TABLE Child (ChildID INTEGER PRIMARY KEY, pid INTEGER REFERENCES Parent(id) "
+      "DEFERRABLE INITIALLY DEFERRED);");
+  db.executeStatement("PRAGMA foreign_keys=ON;");
+  db.beginWriteGroup();
+  std::int32_t w = open("SELECT Companies.* FROM Companies WHERE CompanyID = 1;");
+  ASSERT_TRUE(db.hasRecord(w));
+  db.setField(w, "CompanyName", "Acme Renamed");
+  db.executeStatement("INSERT INTO Child (pid) VALUES (99)");  // fails at COMMIT
+  EXPECT_EQ(db.getField(open("SELECT * FROM Companies WHERE CompanyID = 1;", kLockReadOnly),
+                        "CompanyName")
+                .toString(),
+            "Acme Renamed");
+  EXPECT_THROW(db.endWriteGroup(), DatabaseFailure);
+  EXPECT_EQ(db.getField(open("SELECT * FROM Companies WHERE CompanyID = 1;", kLockReadOnly),
+                        "CompanyName")
+                .toString(),
+            "Acme Ltd");
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, DatabaseServiceTest,
