@@ -284,6 +284,8 @@ bool Database::setField(std::int32_t handle, std::string_view field, std::string
   auto ci = info.columns.find(col.origin);
   Kind kind = ci == info.columns.end() ? col.kind : ci->second.second;
   Variant v = convertForColumn(kind, value, col.name);
+  // The value the row already holds is not written again: the statement would change nothing.
+  if (!onAddedRow && impl_->holdsStoredValue(r, c, v)) return true;
   std::int64_t key = onAddedRow ? r.addedKey : r.keyOf(r.cursor, static_cast<size_t>(col.slot));
   impl_->writeLater(info.name, key, col.origin, v);
   // A new key can clash, and a key held as values moves with the write: store it now.

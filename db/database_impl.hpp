@@ -254,6 +254,10 @@ struct Database::Impl {
   bool reuseResult(Recordset& r);
   // Keeps the rows a recordset has just read, when nothing kept them out of its keyset.
   void keepResult(const Recordset& r, bool wholeResult);
+  // True when the current row of a read recordset is known to hold `value` in column `col`
+  // as stored: nothing but the service has written since the rows were read, and every
+  // write of the service reaches the rows it holds.
+  bool holdsStoredValue(Recordset& r, int col, const Variant& value);
 
   // Search indexes of findRecord (search_index.cpp).
   std::string rowKey(const Recordset& r, size_t row, const std::vector<int>& cols);

@@ -76,93 +76,6 @@ void Database::Impl::readKeys(SqlStatement& stmt, const Shape& shape, Row& row) 
   }
 }
 
-TranslatedSql Database::Impl::translate(std::string_view accessSql, bool appendKeys) {
-  if (!appendKeys || db().hasRowid())
-    return translateAccessSql(accessSql, db().dialect(), appendKeys);
-  return translateAccessSql(accessSql, db().dialect(), true,
-                            [this](const std::string& table) { return keyColumnsOf(table); });
-}
-
-// The shape of a statement, from the cache of the most recently used ones.
-std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
-                                                     const TranslatedSql& translated) {
-  auto found = shapes.find(translated.parameterizedSql);
-  if (found != shapes.end()) {
-    shapeOrder.splice(shapeOrder.begin(), shapeOrder, found->second.second);
-    return found->second.first;
-  }
-  auto shape = std::make_shared<Shape>();
-  shape->translated = translated;
-  shape->parameterized = !translated.parameters.empty();
-  std::string key = translated.parameterizedSql;
-  std::string refused;
-  try {
-    shape->stmt = db().prepare(key);
-  } catch (const DatabaseFailure& failure) {
-    refused = failure.what();
-  }
-  if (!shape->stmt && shape->translated.keysAppended) {
-    // A FROM item without keys (a view or sub-query): read-only rows without keys, the
-    // statement as written.
-    shape->translated = translate(accessSql, false);
-    shape->parameterized = false;
-    key = shape->translated.sql;
-    try {
-      shape->stmt = db().prepare(key);
-      refused.clear();
-    } catch (const DatabaseFailure& failure) {
-      refused = failure.what();
-    }
-  }
-  if (!refused.empty()) {
-    if (refused == "Only one statement is allowed.") throw DatabaseFailure(refused);
-    throw DatabaseFailure("Cannot open \"" + std::string(accessSql) + "\": " + refused);
-  }
-  SqlStatement& stmt = *shape->stmt;
-  if (!stmt.readOnly()) throw DatabaseFailure("A recordset statement must be a SELECT.");
-
-  const size_t total = static_cast<size_t>(stmt.columnCount());
-  shape->slotCount = shape->translated.keysAppended ? shape->translated.tables.size() : 0;
-  for (size_t width : shape->translated.keyWidths) shape->keyColumns += width;
-  if (!shape->translated.keysAppended) shape->keyColumns = 0;
-  for (size_t slot = 0; slot < shape->slotCount; ++slot) {
-    shape->plans.push_back(tableInfo(shape->translated.tables[slot].table).keys);
-    shape->keysGrow = shape->keysGrow && shape->plans.back().grows();
-  }
-  const size_t visible = total - shape->keyColumns;
-  for (size_t i = 0; i < visible; ++i) {
-    const SqlResultColumn info = stmt.columnInfo(static_cast<int>(i));
-    Column c;
-    c.name = info.name;
-    c.table = info.table;
-    c.origin = info.origin;
-    c.kind = kindOfDeclaredType(info.declaredType, info.origin.empty());
-    for (size_t slot = 0; slot < shape->slotCount; ++slot)
-      if (!c.table.empty() && sameName(shape->translated.tables[slot].table, c.table)) {
-        c.slot = static_cast<int>(slot);
-        break;
-      }
-    shape->byName.emplace(c.name, static_cast<int>(i));
-    if (c.slot >= 0 && !c.origin.empty())
-      shape->byOrigin[c.table + "." + c.origin].push_back(static_cast<int>(i));
-    if (!c.table.empty()) shape->byName.emplace(c.table + "." + c.name, static_cast<int>(i));
-    shape->columns.push_back(std::move(c));
-  }
-  for (const FromTable& t : shape->translated.tables)  // aliases qualify names too
-    for (size_t i = 0; i < visible; ++i)
-      if (shape->columns[i].slot >= 0 &&
-          shape->translated.tables[shape->columns[i].slot].alias == t.alias)
-        shape->byName.emplace(t.alias + "." + shape->columns[i].name, static_cast<int>(i));
-
-  shapeOrder.push_front(key);
-  shapes.emplace(key, std::make_pair(shape, shapeOrder.begin()));
-  if (shapes.size() > kShapeCacheSize) {
-    shapes.erase(shapes.find(shapeOrder.back()));
-    shapeOrder.pop_back();
-  }
-  return shape;
-}
-
 namespace {
 
 bool isDigitByte(char c) {
@@ -220,7 +133,161 @@ bool maskNumbers(std::string_view sql, std::string& masked,
   return true;
 }
 
+// True when a statement's only condition is "WHERE [table.]key = ?", the key being the
+// table's auto-number column, and nothing follows it.
+bool whereIsKeyEquals(std::string_view sql, const FromTable& table, std::string_view key) {
+  if (key.empty()) return false;
+  auto upperWord = [](std::string_view s, size_t at, std::string_view word) {
+    if (at + word.size() > s.size()) return false;
+    for (size_t i = 0; i < word.size(); ++i)
+      if (std::toupper(static_cast<unsigned char>(s[at + i])) != word[i]) return false;
+    return (at == 0 || !isWordByte(s[at - 1])) &&
+           (at + word.size() == s.size() || !isWordByte(s[at + word.size()]));
+  };
+  size_t where = std::string_view::npos;
+  for (size_t i = 0; i < sql.size(); ++i)
+    if (upperWord(sql, i, "WHERE")) {
+      if (where != std::string_view::npos) return false;  // a sub-query
+      where = i;
+    }
+  if (where == std::string_view::npos) return false;
+  std::string_view rest = sql.substr(where + 5);
+  auto skipBlanks = [&] {
+    while (!rest.empty() && (rest.front() == ' ' || rest.front() == '\t')) rest.remove_prefix(1);
+  };
+  // A name, bare or in double quotes.
+  auto name = [&](std::string_view& out) {
+    skipBlanks();
+    size_t end = 0;
+    if (!rest.empty() && rest.front() == '"') {
+      end = rest.find('"', 1);
+      if (end == std::string_view::npos) return false;
+      out = rest.substr(1, end - 1);
+      rest.remove_prefix(end + 1);
+      return true;
+    }
+    while (end < rest.size() && isWordByte(rest[end])) ++end;
+    out = rest.substr(0, end);
+    rest.remove_prefix(end);
+    return end > 0;
+  };
+  std::string_view first;
+  std::string_view column;
+  if (!name(first)) return false;
+  if (!rest.empty() && rest.front() == '.') {
+    rest.remove_prefix(1);
+    if (!sameName(first, table.alias) || !name(column)) return false;
+  } else {
+    column = first;
+  }
+  if (!sameName(column, key)) return false;
+  skipBlanks();
+  if (rest.empty() || rest.front() != '=') return false;
+  rest.remove_prefix(1);
+  skipBlanks();
+  if (rest.empty() || rest.front() != '?') return false;
+  rest.remove_prefix(1);
+  skipBlanks();
+  if (!rest.empty() && rest.front() == ';') rest.remove_prefix(1);
+  skipBlanks();
+  return rest.empty();
+}
+
 }  // namespace
+
+TranslatedSql Database::Impl::translate(std::string_view accessSql, bool appendKeys) {
+  if (!appendKeys || db().hasRowid())
+    return translateAccessSql(accessSql, db().dialect(), appendKeys);
+  return translateAccessSql(accessSql, db().dialect(), true,
+                            [this](const std::string& table) { return keyColumnsOf(table); });
+}
+
+// The shape of a statement, from the cache of the most recently used ones.
+std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
+                                                     const TranslatedSql& translated) {
+  auto found = shapes.find(translated.parameterizedSql);
+  if (found != shapes.end()) {
+    shapeOrder.splice(shapeOrder.begin(), shapeOrder, found->second.second);
+    return found->second.first;
+  }
+  auto shape = std::make_shared<Shape>();
+  shape->translated = translated;
+  shape->parameterized = !translated.parameters.empty();
+  std::string key = translated.parameterizedSql;
+  std::string refused;
+  try {
+    shape->stmt = db().prepare(key);
+  } catch (const DatabaseFailure& failure) {
+    refused = failure.what();
+  }
+  if (!shape->stmt && shape->translated.keysAppended) {
+    // A FROM item without keys (a view or sub-query): read-only rows without keys, the
+    // statement as written.
+    shape->translated = translate(accessSql, false);
+    shape->parameterized = false;
+    key = shape->translated.sql;
+    try {
+      shape->stmt = db().prepare(key);
+      refused.clear();
+    } catch (const DatabaseFailure& failure) {
+      refused = failure.what();
+    }
+  }
+  if (!refused.empty()) {
+    if (refused == "Only one statement is allowed.") throw DatabaseFailure(refused);
+    throw DatabaseFailure("Cannot open \"" + std::string(accessSql) + "\": " + refused);
+  }
+  SqlStatement& stmt = *shape->stmt;
+  if (!stmt.readOnly()) throw DatabaseFailure("A recordset statement must be a SELECT.");
+
+  const size_t total = static_cast<size_t>(stmt.columnCount());
+  shape->slotCount = shape->translated.keysAppended ? shape->translated.tables.size() : 0;
+  for (size_t width : shape->translated.keyWidths) shape->keyColumns += width;
+  if (!shape->translated.keysAppended) shape->keyColumns = 0;
+  for (size_t slot = 0; slot < shape->slotCount; ++slot) {
+    shape->plans.push_back(tableInfo(shape->translated.tables[slot].table).keys);
+    shape->keysGrow = shape->keysGrow && shape->plans.back().grows();
+  }
+  shape->readsOneKey = shape->slotCount == 1 && shape->keysGrow && shape->parameterized &&
+                       shape->translated.parameters.size() == 1 &&
+                       shape->translated.parameters[0].number &&
+                       whereIsKeyEquals(shape->translated.parameterizedSql,
+                                        shape->translated.tables[0],
+                                        tableInfo(shape->translated.tables[0].table).rowidAlias);
+  const size_t visible = total - shape->keyColumns;
+  for (size_t i = 0; i < visible; ++i) {
+    const SqlResultColumn info = stmt.columnInfo(static_cast<int>(i));
+    Column c;
+    c.name = info.name;
+    c.table = info.table;
+    c.origin = info.origin;
+    c.kind = kindOfDeclaredType(info.declaredType, info.origin.empty());
+    for (size_t slot = 0; slot < shape->slotCount; ++slot)
+      if (!c.table.empty() && sameName(shape->translated.tables[slot].table, c.table)) {
+        c.slot = static_cast<int>(slot);
+        break;
+      }
+    shape->byName.emplace(c.name, static_cast<int>(i));
+    if (c.slot >= 0 && !c.origin.empty())
+      shape->byOrigin[c.table + "." + c.origin].push_back(static_cast<int>(i));
+    if (!c.table.empty()) shape->byName.emplace(c.table + "." + c.name, static_cast<int>(i));
+    shape->columns.push_back(std::move(c));
+  }
+  for (const FromTable& t : shape->translated.tables)  // aliases qualify names too
+    for (size_t i = 0; i < visible; ++i)
+      if (shape->columns[i].slot >= 0 &&
+          shape->translated.tables[shape->columns[i].slot].alias == t.alias)
+        shape->byName.emplace(t.alias + "." + shape->columns[i].name, static_cast<int>(i));
+
+  shapeOrder.push_front(key);
+  shapes.emplace(key, std::make_pair(shape, shapeOrder.begin()));
+  if (shapes.size() > kShapeCacheSize) {
+    shapes.erase(shapes.find(shapeOrder.back()));
+    shapeOrder.pop_back();
+  }
+  return shape;
+}
+
 
 std::int32_t Database::Impl::open(std::string_view accessSql, int lockType) {
   requireOpen();
@@ -286,6 +353,11 @@ void Database::Impl::bindParameters(Recordset& r, SqlStatement& stmt) {
 // Runs the recordset's statement for the rows of its keyset, and keeps them when they are
 // the statement's whole result.
 void Database::Impl::readKeyset(Recordset& r) {
+  if (r.shape->readsOneKey && r.addedHere.empty() && !r.snapshotMax.empty()) {
+    double key = 0;
+    if (GeneralUtilities::parseNumber(r.parameters[0].text, key) && key > r.snapshotMax[0])
+      return;  // a key above the largest at open: nothing of the keyset can match
+  }
   SqlStatement& stmt = *r.shape->stmt;
   stmt.reset();
   bindParameters(r, stmt);
@@ -332,6 +404,7 @@ void Database::Impl::load(Recordset& r) {
       if (!seen.count(key)) r.rows.push_back(readBack(r, key));
   }
   r.loaded = true;
+  r.loadedAt = writeClock;
   r.cursor = 0;
   if (r.onAddedRow) {
     for (size_t row = 0; row < r.rows.size(); ++row)

@@ -71,6 +71,15 @@ bool Database::Impl::reuseResult(Recordset& r) {
   return true;
 }
 
+bool Database::Impl::holdsStoredValue(Recordset& r, int col, const Variant& value) {
+  if (!options.writeAheadLog || !r.loaded || r.currentDeleted || r.cursor >= r.rows.size())
+    return false;
+  const std::int64_t changes = db().changeCounter();
+  if (changes != countedChanges) noteWrite(nullptr, changes);
+  if (anythingWrittenAt > r.loadedAt) return false;
+  return r.rows[r.cursor].get(static_cast<size_t>(col)) == value;
+}
+
 void Database::Impl::keepResult(const Recordset& r, bool wholeResult) {
   if (!wholeResult || !options.writeAheadLog || !r.addedHere.empty() ||
       r.rows.size() > kKeptRowsLimit || !readsKnownTables(r))

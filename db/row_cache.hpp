@@ -114,6 +114,9 @@ struct Shape {
   size_t keyColumns = 0;        // the statement's key columns, after the visible ones
   std::vector<KeyPlan> plans;   // by slot
   bool keysGrow = true;         // every slot's key grows: the keyset is fixed at open by them
+  // One table read by "WHERE <its auto-number key> = <one number>": no row of a key above the
+  // largest at open can be in the keyset, so such a statement need not run.
+  bool readsOneKey = false;
   NameMap<int> byName;
   NameMap<std::vector<int>> byOrigin;  // "table.column" of the origin: the visible columns
   std::unique_ptr<SqlStatement> stmt;
@@ -150,6 +153,7 @@ struct Recordset {
   // Rows are read on first use. Until then the keyset is fixed by the largest key of each
   // table at open: rows added later by other recordsets stay out, rows added here come in.
   bool loaded = false;
+  std::int64_t loadedAt = 0;  // the service's write clock when the rows were read
   std::vector<std::int64_t> snapshotMax;
   std::vector<std::int64_t> addedHere;
   std::unique_ptr<Row> addedRow;  // the current row after updateRecord, read when asked for

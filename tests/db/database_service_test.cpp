@@ -475,6 +475,26 @@ TEST_P(DatabaseServiceTest, StatementReadAgainSeesEveryWriteToWhatItReads) {
   EXPECT_EQ(db.recordCount(open(clients, kLockReadOnly)), 2);
 }
 
+// A statement reading one row by its auto-number key above the largest is answered empty
+// without running; any other condition runs.
+TEST_P(DatabaseServiceTest, KeyAboveTheLargestFindsNothingOtherConditionsStillRun) {
+  EXPECT_TRUE(db.isEmpty(open("SELECT Companies.* FROM Companies WHERE Companies.CompanyID=99;")));
+  EXPECT_FALSE(db.isEmpty(open("SELECT * FROM Companies WHERE CompanyID = 4;")));
+  db.executeStatement("UPDATE Companies SET CompanyType = 99 WHERE CompanyID = 2;");
+  EXPECT_EQ(db.recordCount(open("SELECT * FROM Companies WHERE CompanyType = 99;")), 1);
+  EXPECT_EQ(db.recordCount(open("SELECT * FROM Companies WHERE CompanyID = 99 OR CompanyID < 3;")),
+            2);
+  EXPECT_EQ(
+      db.recordCount(open("SELECT * FROM Companies AS c WHERE c.CompanyID = 99 OR c.ClientID Is "
+                          "Null;")),
+      4);
+  std::int32_t own = open("SELECT Companies.* FROM Companies WHERE CompanyID = 5;");
+  db.addNewRecord(own);  // a row added through the recordset itself is in its keyset
+  db.setNewField(own, "CompanyName", "Fifth");
+  db.updateRecord(own);
+  EXPECT_EQ(db.recordCount(own), 1);
+}
+
 // Rows read again for a later recordset still keep out the rows added after that
 // recordset's open, and a rolled-back group leaves nothing of itself in them.
 TEST_P(DatabaseServiceTest, RowsReadAgainKeepEachKeysetAndForgetRolledBackWrites) {
