@@ -175,7 +175,9 @@ void runImport(benchmark::State& state, bool personal) {
       companies.setMatchBy(lf::kMatchByBusinessNumber);
       import.contactDuplicatesControl = &contacts;
       if constexpr (std::is_same_v<Import, lf::clsImportPersonalTextFile>) {
-        long year = 2024;
+        // The category of the import's own tax year: the client's values are written to
+        // that year's personal-tax row.
+        long year = import.importTaxYear;
         import.importCategory = dropDown.getCategoryForYear(year, "");
         assign(import,
                {"FirstName", "LastName", "SocialInsuranceNumber", "HomeAddress1", "HomeAddress2",

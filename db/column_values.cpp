@@ -145,11 +145,5 @@ std::string criterionKey(Kind kind, std::string_view text) {
   }
 }
 
-bool sameName(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i)
-    if (upperAscii(a[i]) != upperAscii(b[i])) return false;
-  return true;
-}
 
 }  // namespace lf

@@ -369,8 +369,10 @@ bool Database::updateRecord(std::int32_t handle) {
   for (size_t i = 0; i < values.size(); ++i)
     Impl::bind(stmt, static_cast<int>(i + 1), values[i].second);
   std::int64_t key = keyGiven ? givenKey : r.reservedKey;
+  const std::int64_t before = impl_->db().changeCounter();
   key = impl_->writeOneRow(stmt, info, true, key, "Cannot add a row to ", info.name);
   if (!info.keys.grows()) key = impl_->insertedKey(info, values);
+  impl_->noteWrite(&info.name, key, before);
   r.pending.clear();
   r.hasReservedKey = false;
 
@@ -405,7 +407,7 @@ bool Database::deleteRecord(std::int32_t handle) {
   impl_->bindKey(stmt, 1, info, r.keyOf(r.cursor, 0));
   const std::int64_t before = impl_->db().changeCounter();
   impl_->step(stmt, "Cannot delete from ", info.name);
-  impl_->noteWrite(&info.name, before);
+  impl_->noteWrite(&info.name, r.keyOf(r.cursor, 0), before);
   r.rows.erase(r.rows.begin() + static_cast<std::ptrdiff_t>(r.cursor));
   r.indexes.clear();
   r.keyMaps.clear();

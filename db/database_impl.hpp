@@ -147,6 +147,10 @@ struct Database::Impl {
   NameMap<std::int64_t> tableWrittenAt;  // `writeClock` at the last write to each table
   std::int64_t anythingWrittenAt = 0;    // at the last write whose tables are not known
   std::int64_t countedChanges = -1;      // the backend's change counter as last accounted
+  // Per table and row key, `writeClock` at the row's last write; and the kept results that
+  // read one row by its key, by that row.
+  NameMap<std::unordered_map<std::int64_t, std::int64_t>> rowsWrittenAt;
+  NameMap<std::unordered_map<std::int64_t, std::vector<std::string>>> keptByRow;
 
   SqlBackend& db() { return *backend; }
 
@@ -244,9 +248,14 @@ struct Database::Impl {
   Row readBack(Recordset& r, std::int64_t key);
 
   // Results kept for statements read again (result_reuse.cpp).
-  // After a write to one table (or, with no table, to any), with the backend's change
-  // counter as it stood before the write.
-  void noteWrite(const std::string* table, std::int64_t changesBefore);
+  // After a write to one row of a table (or, with no table, to anything), with the backend's
+  // change counter as it stood before the write; `updated`, the columns an UPDATE wrote.
+  using RowValues = std::vector<std::pair<std::string, Variant>>;
+  void noteWrite(const std::string* table, std::int64_t key, std::int64_t changesBefore,
+                 const RowValues* updated = nullptr);
+  std::int64_t rowWrittenAt(const std::string& table, std::int64_t key) const;
+  // Accounts for the rows changed by anything but the service's own writes.
+  void noteUntrackedChanges();
   // Forgets every kept result: the tables or the transaction changed under them.
   void forgetKeptResults();
   // Fills a recordset about to be read from a kept result of the same statement still

@@ -17,7 +17,6 @@ std::int64_t Database::Impl::writeOneRow(SqlStatement& stmt, const TableInfo& in
                                          std::string_view name) {
   const std::int64_t before = db().changeCounter();
   step(stmt, what, name);
-  noteWrite(&info.name, before);
   if (insert && info.keys.kind == KeyPlan::Kind::Rowid) key = db().lastInsertKey();
   if (knownMaxStamp != before || db().changeCounter() != before + 1) return key;
   knownMaxStamp = before + 1;
@@ -60,7 +59,14 @@ void Database::Impl::flushWrites() {
   for (size_t i = 0; i < w.columns.size(); ++i)
     bind(stmt, static_cast<int>(i + 1), w.columns[i].second);
   bindKey(stmt, static_cast<int>(w.columns.size() + 1), info, w.key);
+  const std::int64_t before = db().changeCounter();
   writeOneRow(stmt, info, false, 0, "Cannot write ", names);
+  bool keyWritten = false;  // the row moves to another key: no row of the table is known
+  for (const auto& [column, value] : w.columns)
+    keyWritten = keyWritten || sameName(column, info.rowidAlias) ||
+                 std::any_of(info.keys.columns.begin(), info.keys.columns.end(),
+                             [&](const std::string& k) { return k == quoted(column); });
+  noteWrite(keyWritten ? nullptr : &info.name, w.key, before, &w.columns);
   // A key held as values now stands for the values written.
   if (!info.keys.grows())
     for (const auto& [column, value] : w.columns)

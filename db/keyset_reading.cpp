@@ -1,5 +1,6 @@
 // The recordsets of the database service: statement shapes (translated, prepared, their
 // columns and origins), keysets fixed at open, and the rows read into the row cache.
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <unordered_set>
@@ -53,7 +54,16 @@ Variant Database::Impl::readValue(SqlStatement& stmt, int i, Kind kind) {
 void Database::Impl::readRow(SqlStatement& stmt, const std::vector<Column>& columns, Row& row) {
   for (size_t i = 0; i < columns.size(); ++i) {
     const int c = static_cast<int>(i);
-    if (stmt.type(c) == SqlType::Null) continue;
+    const SqlType type = stmt.type(c);
+    if (type == SqlType::Null) continue;
+    if (type == SqlType::Text && columns[i].kind == Kind::Text) {
+      // Text read as text: straight into the row when it is clean.
+      const std::string_view bytes = stmt.text(c);
+      if (isCleanText(bytes)) {
+        row.setText(i, bytes);
+        continue;
+      }
+    }
     row.set(i, readValue(stmt, c, columns[i].kind));
   }
 }
@@ -104,13 +114,18 @@ bool isTrueOrFalse(std::string_view word) {
 // True/False, a number with a point, an exponent or hex digits.
 bool maskNumbers(std::string_view sql, std::string& masked,
                  std::vector<TranslatedSql::Parameter>& numbers) {
+  static const auto refused = [] {
+    std::array<bool, 256> table{};
+    for (char c : std::string_view("'\"`[#-/?:@\x01")) table[static_cast<unsigned char>(c)] = true;
+    table[0] = true;
+    return table;
+  }();
   masked.clear();
   numbers.clear();
   masked.reserve(sql.size());
   for (size_t i = 0; i < sql.size();) {
     const char c = sql[i];
-    if (std::string_view("'\"`[#-/?:@\x01").find(c) != std::string_view::npos || c == '\0')
-      return false;
+    if (refused[static_cast<unsigned char>(c)]) return false;
     if (isDigitByte(c)) {
       if (i > 0 && sql[i - 1] == '.') return false;
       size_t j = i;

@@ -1,6 +1,10 @@
 // The rows of recordset statements kept for the next recordset opened on the same statement
 // and parameters, valid while nothing the statement reads has been written since. Writes are
-// counted per table by the service; the backend's change counter catches any other.
+// counted per table by the service, and per row for statements that read one row by its
+// key; the backend's change counter catches any other write.
+#include <cmath>
+#include <optional>
+
 #include "db/database_impl.hpp"
 
 namespace lf {
@@ -21,43 +25,97 @@ bool readsKnownTables(const Recordset& r) {
   return tables != nullptr && !tables->empty();
 }
 
+// The row key a statement reading one row by its key names, when it is such a statement and
+// reads nothing else.
+std::optional<std::int64_t> oneKeyOf(const Recordset& r) {
+  const std::vector<std::string>* tables = r.shape->stmt->tablesRead();
+  if (!r.shape->readsOneKey || tables == nullptr || tables->size() != 1) return std::nullopt;
+  double key = 0;
+  if (!GeneralUtilities::parseNumber(r.parameters[0].text, key) || key != std::floor(key) ||
+      std::fabs(key) > 9.0e15)
+    return std::nullopt;
+  return static_cast<std::int64_t>(key);
+}
+
 }  // namespace
 
-void Database::Impl::noteWrite(const std::string* table, std::int64_t changesBefore) {
+std::int64_t Database::Impl::rowWrittenAt(const std::string& table, std::int64_t key) const {
+  auto rows = rowsWrittenAt.find(table);
+  if (rows == rowsWrittenAt.end()) return 0;
+  auto row = rows->second.find(key);
+  return row == rows->second.end() ? 0 : row->second;
+}
+
+void Database::Impl::noteWrite(const std::string* table, std::int64_t key,
+                               std::int64_t changesBefore, const RowValues* updated) {
   if (!options.writeAheadLog) return;
   const std::int64_t after = db().changeCounter();
   const std::int64_t stamp = ++writeClock;
   // A change not counted here before, or more than one row (a trigger): any table.
-  if (table == nullptr || countedChanges != changesBefore || after > changesBefore + 1)
+  if (table == nullptr || countedChanges != changesBefore || after > changesBefore + 1) {
     anythingWrittenAt = stamp;
-  else
-    tableWrittenAt[*table] = stamp;
+    countedChanges = after;
+    return;
+  }
   countedChanges = after;
+  tableWrittenAt[*table] = stamp;
+  const std::int64_t before = rowWrittenAt(*table, key);
+  rowsWrittenAt[*table][key] = stamp;
+  if (updated == nullptr) return;
+  // An update of a row's columns other than its key leaves the row in the results that read
+  // it by its key: those take the values written and stay valid.
+  auto rows = keptByRow.find(*table);
+  if (rows == keptByRow.end()) return;
+  auto kept = rows->second.find(key);
+  if (kept == rows->second.end()) return;
+  std::string origin;
+  for (const std::string& name : kept->second) {
+    auto entry = keptResults.find(name);
+    if (entry == keptResults.end()) continue;
+    KeptResult& result = entry->second;
+    if (result.readAt < before || result.readAt < anythingWrittenAt) continue;
+    for (Row& row : result.rows)
+      for (const auto& [column, value] : *updated) {
+        origin.assign(*table).append(".").append(column);
+        auto columns = result.shape->byOrigin.find(origin);
+        if (columns == result.shape->byOrigin.end()) continue;
+        for (int c : columns->second) row.set(static_cast<size_t>(c), value);
+      }
+    result.readAt = stamp;
+  }
 }
 
 void Database::Impl::forgetKeptResults() {
   keptResults.clear();
+  keptByRow.clear();
   tableWrittenAt.clear();
+  rowsWrittenAt.clear();
   anythingWrittenAt = ++writeClock;
   countedChanges = -1;
+}
+
+void Database::Impl::noteUntrackedChanges() {
+  const std::int64_t changes = db().changeCounter();
+  if (changes != countedChanges) noteWrite(nullptr, 0, changes);
 }
 
 bool Database::Impl::reuseResult(Recordset& r) {
   if (!options.writeAheadLog || !r.addedHere.empty() || !readsKnownTables(r)) return false;
   auto kept = keptResults.find(keptKey(r));
   if (kept == keptResults.end()) return false;
-  const std::int64_t changes = db().changeCounter();
-  if (changes != countedChanges) noteWrite(nullptr, changes);
-  bool valid = anythingWrittenAt <= kept->second.readAt;
-  for (const std::string& table : *r.shape->stmt->tablesRead()) {
-    if (!valid) break;
-    auto written = tableWrittenAt.find(table);
-    valid = written == tableWrittenAt.end() || written->second <= kept->second.readAt;
+  noteUntrackedChanges();
+  const std::int64_t readAt = kept->second.readAt;
+  bool valid = anythingWrittenAt <= readAt;
+  if (const auto key = oneKeyOf(r)) {
+    valid = valid && rowWrittenAt(r.translated.tables[0].table, *key) <= readAt;
+  } else {
+    for (const std::string& table : *r.shape->stmt->tablesRead()) {
+      if (!valid) break;
+      auto written = tableWrittenAt.find(table);
+      valid = written == tableWrittenAt.end() || written->second <= readAt;
+    }
   }
-  if (!valid) {
-    keptResults.erase(kept);
-    return false;
-  }
+  if (!valid) return false;  // read again, and kept again under the same name
   // The keyset as fixed at this recordset's open: rows added since stay out.
   r.rows.clear();
   r.rows.reserve(kept->second.rows.size());
@@ -74,8 +132,7 @@ bool Database::Impl::reuseResult(Recordset& r) {
 bool Database::Impl::holdsStoredValue(Recordset& r, int col, const Variant& value) {
   if (!options.writeAheadLog || !r.loaded || r.currentDeleted || r.cursor >= r.rows.size())
     return false;
-  const std::int64_t changes = db().changeCounter();
-  if (changes != countedChanges) noteWrite(nullptr, changes);
+  noteUntrackedChanges();
   if (anythingWrittenAt > r.loadedAt) return false;
   return r.rows[r.cursor].get(static_cast<size_t>(col)) == value;
 }
@@ -84,11 +141,19 @@ void Database::Impl::keepResult(const Recordset& r, bool wholeResult) {
   if (!wholeResult || !options.writeAheadLog || !r.addedHere.empty() ||
       r.rows.size() > kKeptRowsLimit || !readsKnownTables(r))
     return;
-  if (keptResults.size() >= kKeptResultsSize) keptResults.clear();
-  KeptResult& kept = keptResults[keptKey(r)];
+  if (keptResults.size() >= kKeptResultsSize) {
+    keptResults.clear();
+    keptByRow.clear();
+  }
+  std::string name = keptKey(r);
+  auto [entry, added] = keptResults.try_emplace(name);
+  KeptResult& kept = entry->second;
   kept.shape = r.shape;
   kept.rows = r.rows;
   kept.readAt = writeClock;
+  if (!added) return;
+  if (const auto key = oneKeyOf(r))
+    keptByRow[r.translated.tables[0].table][*key].push_back(std::move(name));
 }
 
 }  // namespace lf

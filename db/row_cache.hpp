@@ -38,6 +38,13 @@ struct Row {
   std::vector<Cell> cells;
   std::string arena;
 
+  void setText(size_t index, std::string_view text) {
+    Cell& c = cells[index];
+    c.kind = Kind::Text;
+    c.off = static_cast<std::uint32_t>(arena.size());
+    c.len = static_cast<std::uint32_t>(text.size());
+    arena.append(text);
+  }
   void set(size_t index, const Variant& v) {
     Cell& c = cells[index];
     c.kind = v.kind();
