@@ -60,6 +60,7 @@ void Database::executeStatement(std::string_view accessSql) {
   }
   impl_->step(*stmt, what);
   impl_->forgetKeptResults();
+  impl_->noteUntrackedChanges();
   impl_->tables.clear();  // the schema may have changed
   impl_->readBackLayouts.clear();
   impl_->shapes.clear();

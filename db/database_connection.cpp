@@ -58,6 +58,7 @@ void Database::Impl::rollBack() {
   knownMaxStamp = -1;
   lastReserved.clear();
   forgetKeptResults();
+  noteUntrackedChanges();
   for (auto& [handle, r] : recordsets) forget(*r);
 }
 

@@ -445,6 +445,11 @@ TEST_P(DatabaseServiceTest, StatementReadAgainSeesEveryWriteToWhatItReads) {
   ASSERT_TRUE(db.hasRecord(w));
   db.setField(w, "CompanyName", "Baker & Sons");
   EXPECT_EQ(nameNow(), "Baker & Sons");  // a gathered write, stored before the read
+  std::int32_t moved = open("SELECT Companies.* FROM Companies WHERE CompanyID = 3;");
+  ASSERT_TRUE(db.hasRecord(moved));
+  db.setField(moved, "CompanyID", "2000");  // the row leaves key 3 for a key not read yet
+  EXPECT_TRUE(db.isEmpty(open("SELECT Companies.* FROM Companies WHERE CompanyID = 3;")));
+  EXPECT_EQ(nameNow(), "Baker & Sons");
   db.executeStatement("UPDATE Companies SET CompanyName = 'Baker Two' WHERE CompanyID = 2;");
   EXPECT_EQ(nameNow(), "Baker Two");
   db.deleteRecord(w);
@@ -456,7 +461,7 @@ TEST_P(DatabaseServiceTest, StatementReadAgainSeesEveryWriteToWhatItReads) {
   EXPECT_EQ(db.recordCount(open(withClients, kLockReadOnly)), 0);
   std::int32_t c = open("SELECT ClientData.* FROM ClientData;");
   db.addNewRecord(c);
-  db.setNewField(c, "CompanyIDNum", "3");
+  db.setNewField(c, "CompanyIDNum", "4");
   db.updateRecord(c);
   EXPECT_EQ(db.recordCount(open(withClients, kLockReadOnly)), 1);
 
