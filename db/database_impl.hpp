@@ -109,10 +109,13 @@ struct Database::Impl {
                      std::pair<std::shared_ptr<const Shape>, std::list<std::string>::iterator>>
       shapes;
   // Statements that differ from one opened before only in their plain numbers ("... WHERE
-  // ContactID = 12"), by their text with each number masked: the parameterized text their
-  // shape is kept under, so that they are not translated again (keyset_reading.cpp).
+  // ContactID = 12"), by their text with each number masked: their shape, so that they are
+  // not translated again (keyset_reading.cpp).
   static constexpr size_t kNumberedShapesSize = 256;
-  std::unordered_map<std::string, std::string> numberedShapes;
+  std::unordered_map<std::string, std::shared_ptr<const Shape>> numberedShapes;
+  // Buffers of open's number masking, kept to spare two allocations per statement.
+  std::string maskedText;
+  std::vector<TranslatedSql::Parameter> maskedNumbers;
   std::unordered_map<std::string, std::int64_t> lastReserved;
   int groupDepth = 0;
   // The largest key of each table as last read or written here, valid while the backend's
@@ -238,7 +241,7 @@ struct Database::Impl {
   void load(Recordset& r);
   // Runs the recordset's statement for the rows of its keyset, and keeps them when they are
   // the statement's whole result.
-  void readKeyset(Recordset& r);
+  void readKeyset(Recordset& r, std::string keptName);
   // The row just inserted into the recordset's first table, from the values written and the
   // table's defaults, without reading it back when the defaults are plain literals.
   Row composeRow(Recordset& r, std::int64_t key, const ColumnValues& values);
@@ -258,11 +261,13 @@ struct Database::Impl {
   void noteUntrackedChanges();
   // Forgets every kept result: the tables or the transaction changed under them.
   void forgetKeptResults();
+  // The name a recordset's result is kept under; empty when it is not kept.
+  std::string keptName(const Recordset& r) const;
   // Fills a recordset about to be read from a kept result of the same statement still
   // valid; false when there is none.
-  bool reuseResult(Recordset& r);
+  bool reuseResult(Recordset& r, const std::string& name);
   // Keeps the rows a recordset has just read, when nothing kept them out of its keyset.
-  void keepResult(const Recordset& r, bool wholeResult);
+  void keepResult(const Recordset& r, bool wholeResult, std::string name);
   // True when the current row of a read recordset is known to hold `value` in column `col`
   // as stored: nothing but the service has written since the rows were read, and every
   // write of the service reaches the rows it holds.

@@ -308,18 +308,16 @@ std::int32_t Database::Impl::open(std::string_view accessSql, int lockType) {
   requireOpen();
   // A statement that differs from one opened before only in its numbers takes that one's
   // shape, its numbers as the parameters, without being translated again.
-  std::string masked;
-  std::vector<TranslatedSql::Parameter> numbers;
+  std::string& masked = maskedText;
+  std::vector<TranslatedSql::Parameter>& numbers = maskedNumbers;
   const bool maskable = maskNumbers(accessSql, masked, numbers);
   std::shared_ptr<const Shape> shape;
   std::vector<TranslatedSql::Parameter> parameters;
   if (maskable) {
     const auto known = numberedShapes.find(masked);
-    const auto found = known == numberedShapes.end() ? shapes.end() : shapes.find(known->second);
-    if (found != shapes.end()) {
-      shapeOrder.splice(shapeOrder.begin(), shapeOrder, found->second.second);
-      shape = found->second.first;
-      parameters = std::move(numbers);
+    if (known != numberedShapes.end()) {
+      shape = known->second;
+      parameters = numbers;
     }
   }
   if (!shape) {
@@ -332,7 +330,7 @@ std::int32_t Database::Impl::open(std::string_view accessSql, int lockType) {
       same = translated.parameters[i].number && translated.parameters[i].text == numbers[i].text;
     if (same) {
       if (numberedShapes.size() >= kNumberedShapesSize) numberedShapes.clear();
-      numberedShapes[masked] = translated.parameterizedSql;
+      numberedShapes[masked] = shape;
     }
     parameters = std::move(translated.parameters);
   }
@@ -367,7 +365,7 @@ void Database::Impl::bindParameters(Recordset& r, SqlStatement& stmt) {
 
 // Runs the recordset's statement for the rows of its keyset, and keeps them when they are
 // the statement's whole result.
-void Database::Impl::readKeyset(Recordset& r) {
+void Database::Impl::readKeyset(Recordset& r, std::string keptName) {
   if (r.shape->readsOneKey && r.addedHere.empty() && !r.snapshotMax.empty()) {
     double key = 0;
     if (GeneralUtilities::parseNumber(r.parameters[0].text, key) && key > r.snapshotMax[0])
@@ -404,13 +402,14 @@ void Database::Impl::readKeyset(Recordset& r) {
     throw DatabaseFailure("Cannot read \"" + r.accessSql + "\": " + failure.what());
   }
   stmt.reset();
-  keepResult(r, whole);
+  keepResult(r, whole, std::move(keptName));
 }
 
 // Reads the rows of the keyset.
 void Database::Impl::load(Recordset& r) {
   flushWrites();
-  if (!reuseResult(r)) readKeyset(r);
+  std::string name = keptName(r);
+  if (!reuseResult(r, name)) readKeyset(r, std::move(name));
   // Rows added here that the statement does not select stay in the recordset.
   if (!r.addedHere.empty()) {
     std::unordered_set<std::int64_t> seen;

@@ -11,15 +11,6 @@ namespace lf {
 
 namespace {
 
-// A kept result's key: its shape (unique while the result keeps it) and the parameters.
-std::string keptKey(const Recordset& r) {
-  const Shape* shape = r.shape.get();
-  std::string key(reinterpret_cast<const char*>(&shape), sizeof shape);
-  for (const TranslatedSql::Parameter& p : r.parameters)
-    key.append(std::to_string(p.text.size())).append(p.number ? "n" : "t").append(p.text);
-  return key;
-}
-
 bool readsKnownTables(const Recordset& r) {
   const std::vector<std::string>* tables = r.shape->stmt->tablesRead();
   return tables != nullptr && !tables->empty();
@@ -99,9 +90,19 @@ void Database::Impl::noteUntrackedChanges() {
   if (changes != countedChanges) noteWrite(nullptr, 0, changes);
 }
 
-bool Database::Impl::reuseResult(Recordset& r) {
-  if (!options.writeAheadLog || !r.addedHere.empty() || !readsKnownTables(r)) return false;
-  auto kept = keptResults.find(keptKey(r));
+// A kept result's name: its shape (unique while the result keeps it) and the parameters.
+std::string Database::Impl::keptName(const Recordset& r) const {
+  if (!options.writeAheadLog || !r.addedHere.empty() || !readsKnownTables(r)) return {};
+  const Shape* shape = r.shape.get();
+  std::string key(reinterpret_cast<const char*>(&shape), sizeof shape);
+  for (const TranslatedSql::Parameter& p : r.parameters)
+    key.append(std::to_string(p.text.size())).append(p.number ? "n" : "t").append(p.text);
+  return key;
+}
+
+bool Database::Impl::reuseResult(Recordset& r, const std::string& name) {
+  if (name.empty()) return false;
+  auto kept = keptResults.find(name);
   if (kept == keptResults.end()) return false;
   noteUntrackedChanges();
   const std::int64_t readAt = kept->second.readAt;
@@ -137,15 +138,12 @@ bool Database::Impl::holdsStoredValue(Recordset& r, int col, const Variant& valu
   return r.rows[r.cursor].get(static_cast<size_t>(col)) == value;
 }
 
-void Database::Impl::keepResult(const Recordset& r, bool wholeResult) {
-  if (!wholeResult || !options.writeAheadLog || !r.addedHere.empty() ||
-      r.rows.size() > kKeptRowsLimit || !readsKnownTables(r))
-    return;
+void Database::Impl::keepResult(const Recordset& r, bool wholeResult, std::string name) {
+  if (name.empty() || !wholeResult || r.rows.size() > kKeptRowsLimit) return;
   if (keptResults.size() >= kKeptResultsSize) {
     keptResults.clear();
     keptByRow.clear();
   }
-  std::string name = keptKey(r);
   auto [entry, added] = keptResults.try_emplace(name);
   KeptResult& kept = entry->second;
   kept.shape = r.shape;
