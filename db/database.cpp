@@ -374,6 +374,7 @@ bool Database::updateRecord(std::int32_t handle) {
   key = impl_->writeOneRow(stmt, info, true, key, "Cannot add a row to ", info.name);
   if (!info.keys.grows()) key = impl_->insertedKey(info, values);
   impl_->noteWrite(&info.name, key, before);
+  impl_->imageFromInsert(info, key, values);
   r.pending.clear();
   r.hasReservedKey = false;
 

@@ -154,6 +154,14 @@ struct Database::Impl {
   // read one row by its key, by that row.
   NameMap<std::unordered_map<std::int64_t, std::int64_t>> rowsWrittenAt;
   NameMap<std::unordered_map<std::int64_t, std::vector<std::string>>> keptByRow;
+  // Images of single rows by table and key (row_images.cpp), bounded in number.
+  struct RowImage {
+    Row row;                // the stored columns in table order
+    std::int64_t at = 0;    // `writeClock` when last read or written whole
+  };
+  static constexpr size_t kRowImagesSize = 4096;
+  NameMap<std::unordered_map<std::int64_t, RowImage>> rowImages;
+  size_t rowImageCount = 0;
 
   SqlBackend& db() { return *backend; }
 
@@ -272,6 +280,22 @@ struct Database::Impl {
   // as stored: nothing but the service has written since the rows were read, and every
   // write of the service reaches the rows it holds.
   bool holdsStoredValue(Recordset& r, int col, const Variant& value);
+
+  // Row images (row_images.cpp).
+  // The image of a row still valid, else null (and the stale one dropped).
+  RowImage* validImage(const std::string& table, std::int64_t key);
+  RowImage& newImage(const std::string& table, std::int64_t key, size_t columns);
+  // Fills a recordset reading one row by its key from the row's image; false when there is
+  // no valid image or the statement reads anything else.
+  bool answerFromImage(Recordset& r);
+  // The image of the one row a statement reading a whole row has just read.
+  void imageFromRead(const Recordset& r);
+  // The image of a row just inserted, from the values written and the table's defaults.
+  void imageFromInsert(const TableInfo& info, std::int64_t key, const ColumnValues& values);
+  // An update of a row's columns reaches its image, which stays valid when nothing else has
+  // written the row since (`writtenBefore`, the row's write stamp before this update).
+  void imageTakesUpdate(const std::string& table, std::int64_t key, std::int64_t writtenBefore,
+                        const RowValues& updated);
 
   // Search indexes of findRecord (search_index.cpp).
   std::string rowKey(const Recordset& r, size_t row, const std::vector<int>& cols);

@@ -1,5 +1,6 @@
 // The recordsets of the database service: statement shapes (translated, prepared, their
 // columns and origins), keysets fixed at open, and the rows read into the row cache.
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cmath>
@@ -294,6 +295,21 @@ std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
           shape->translated.tables[shape->columns[i].slot].alias == t.alias)
         shape->byName.emplace(t.alias + "." + shape->columns[i].name, static_cast<int>(i));
 
+  if (shape->readsOneKey) {
+    const TableInfo& info = tableInfo(shape->translated.tables[0].table);
+    std::vector<bool> covered(info.columnOrder.size(), false);
+    for (const Column& c : shape->columns) {
+      auto position = info.columnPosition.find(c.origin);
+      if (c.slot != 0 || position == info.columnPosition.end()) {
+        shape->imagePositions.clear();
+        break;
+      }
+      shape->imagePositions.push_back(position->second);
+      covered[static_cast<size_t>(position->second)] = true;
+    }
+    shape->readsWholeRow = !shape->imagePositions.empty() &&
+                           std::all_of(covered.begin(), covered.end(), [](bool b) { return b; });
+  }
   shapeOrder.push_front(key);
   shapes.emplace(key, std::make_pair(shape, shapeOrder.begin()));
   if (shapes.size() > kShapeCacheSize) {
@@ -402,14 +418,17 @@ void Database::Impl::readKeyset(Recordset& r, std::string keptName) {
     throw DatabaseFailure("Cannot read \"" + r.accessSql + "\": " + failure.what());
   }
   stmt.reset();
+  if (whole) imageFromRead(r);
   keepResult(r, whole, std::move(keptName));
 }
 
 // Reads the rows of the keyset.
 void Database::Impl::load(Recordset& r) {
   flushWrites();
-  std::string name = keptName(r);
-  if (!reuseResult(r, name)) readKeyset(r, std::move(name));
+  if (!answerFromImage(r)) {
+    std::string name = keptName(r);
+    if (!reuseResult(r, name)) readKeyset(r, std::move(name));
+  }
   // Rows added here that the statement does not select stay in the recordset.
   if (!r.addedHere.empty()) {
     std::unordered_set<std::int64_t> seen;

@@ -53,6 +53,7 @@ void Database::Impl::noteWrite(const std::string* table, std::int64_t key,
   const std::int64_t before = rowWrittenAt(*table, key);
   rowsWrittenAt[*table][key] = stamp;
   if (updated == nullptr) return;
+  imageTakesUpdate(*table, key, before, *updated);
   // An update of a row's columns other than its key leaves the row in the results that read
   // it by its key: those take the values written and stay valid.
   auto rows = keptByRow.find(*table);
@@ -79,6 +80,8 @@ void Database::Impl::noteWrite(const std::string* table, std::int64_t key,
 void Database::Impl::forgetKeptResults() {
   keptResults.clear();
   keptByRow.clear();
+  rowImages.clear();
+  rowImageCount = 0;
   tableWrittenAt.clear();
   rowsWrittenAt.clear();
   anythingWrittenAt = ++writeClock;

@@ -109,6 +109,9 @@ struct TableInfo {
   std::string rowidAlias;       // the auto-number key (INTEGER PRIMARY KEY): the service
                                 // hands out its new values
   KeyPlan keys;                 // how its rows are keyed
+  // The stored columns in table order, and each one's place in it.
+  std::vector<std::string> columnOrder;
+  NameMap<int> columnPosition;
 };
 
 // What a statement gives whatever its rows: the translation, the columns and the prepared
@@ -124,6 +127,11 @@ struct Shape {
   // One table read by "WHERE <its auto-number key> = <one number>": no row of a key above the
   // largest at open can be in the keyset, so such a statement need not run.
   bool readsOneKey = false;
+  // For such a statement whose every column is a stored column of its table: each column's
+  // place in the table, so that a row image of the table answers it (row_images.cpp); and
+  // whether it reads every stored column, so that its row makes an image.
+  std::vector<int> imagePositions;
+  bool readsWholeRow = false;
   NameMap<int> byName;
   NameMap<std::vector<int>> byOrigin;  // "table.column" of the origin: the visible columns
   std::unique_ptr<SqlStatement> stmt;

@@ -23,6 +23,8 @@ const TableInfo& Database::Impl::tableInfo(const std::string& table) {
     if (c.generated) continue;
     Kind kind = kindOfDeclaredType(c.declaredType);
     info.columns[c.name] = {c.name, kind};
+    info.columnPosition[c.name] = static_cast<int>(info.columnOrder.size());
+    info.columnOrder.push_back(c.name);
     stored.push_back(quoted(c.name));
     if (c.hasDefault) {
       std::string literal = c.defaultText;

@@ -500,6 +500,37 @@ TEST_P(DatabaseServiceTest, KeyAboveTheLargestFindsNothingOtherConditionsStillRu
   EXPECT_EQ(db.recordCount(own), 1);
 }
 
+// A row read by its key right after it was added, or after a column of it was written, reads
+// every value as stored: typed, defaults included, unwritten columns null; and a read of one
+// column names what the row holds now.
+TEST_P(DatabaseServiceTest, RowReadByKeyAfterItsWritesReadsAsStored) {
+  std::int32_t h = open("SELECT ClientData.* FROM ClientData;");
+  db.addNewRecord(h);
+  db.setNewField(h, "CompanyIDNum", "3");
+  db.setNewField(h, "YearEndDate", "December 31, 2010");
+  db.setNewField(h, "Fee", "($12.50)");
+  db.updateRecord(h);
+  const std::string id = db.getField(h, "ClientDataID").toString();
+  auto byKey = [&](const std::string& columns) {
+    return open(("SELECT " + columns + " FROM ClientData WHERE ClientDataID = " + id + ";").c_str());
+  };
+  std::int32_t row = byKey("ClientData.*");
+  ASSERT_TRUE(db.hasRecord(row));
+  EXPECT_EQ(db.getField(row, "CompanyIDNum").kind(), Variant::Kind::Integer);
+  EXPECT_EQ(db.getField(row, "YearEndDate").toDate()->toIso(), "2010-12-31 00:00:00");
+  EXPECT_DOUBLE_EQ(db.getField(row, "Fee").toDouble(), -12.5);
+  EXPECT_EQ(db.getField(row, "ShowThisClient").kind(), Variant::Kind::Boolean);  // the default
+  EXPECT_FALSE(db.getField(row, "ShowThisClient").toBool());
+  EXPECT_TRUE(db.getField(row, "ActiveStatus").isNull());
+  db.setField(row, "ActiveStatus", "2");
+  db.setField(row, "Fee", "7");
+  std::int32_t two = byKey("ClientData.ActiveStatus, ClientData.Fee");
+  EXPECT_EQ(db.getField(two, "ActiveStatus").toLong(), 2);
+  EXPECT_DOUBLE_EQ(db.getField(two, "Fee").toDouble(), 7);
+  db.executeStatement("UPDATE ClientData SET ActiveStatus = 3;");
+  EXPECT_EQ(db.getField(byKey("ClientData.ActiveStatus"), "ActiveStatus").toLong(), 3);
+}
+
 // Rows read again for a later recordset still keep out the rows added after that
 // recordset's open, and a rolled-back group leaves nothing of itself in them.
 TEST_P(DatabaseServiceTest, RowsReadAgainKeepEachKeysetAndForgetRolledBackWrites) {
