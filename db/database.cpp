@@ -66,6 +66,7 @@ void Database::executeStatement(std::string_view accessSql) {
   impl_->shapes.clear();
   impl_->shapeOrder.clear();
   impl_->numberedShapes.clear();
+  impl_->exactShapes.clear();
 }
 
 bool Database::hasTable(std::string_view table) {

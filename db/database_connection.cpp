@@ -89,6 +89,7 @@ void Database::Impl::disconnect() {
   shapes.clear();
   shapeOrder.clear();
   numberedShapes.clear();
+  exactShapes.clear();
   statements.clear();
   tables.clear();
   readBackLayouts.clear();

@@ -113,6 +113,17 @@ struct Database::Impl {
   // not translated again (keyset_reading.cpp).
   static constexpr size_t kNumberedShapesSize = 256;
   std::unordered_map<std::string, std::shared_ptr<const Shape>> numberedShapes;
+  // Statements that cannot be masked (texts, dates, True/False), by their exact text: their
+  // shape and parameters.
+  static constexpr size_t kExactShapesSize = 256;
+  struct TextHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+  };
+  std::unordered_map<std::string,
+                     std::pair<std::shared_ptr<const Shape>, std::vector<TranslatedSql::Parameter>>,
+                     TextHash, std::equal_to<>>
+      exactShapes;
   // Buffers of open's number masking, kept to spare two allocations per statement.
   std::string maskedText;
   std::vector<TranslatedSql::Parameter> maskedNumbers;

@@ -335,10 +335,18 @@ std::int32_t Database::Impl::open(std::string_view accessSql, int lockType) {
       shape = known->second;
       parameters = numbers;
     }
+  } else if (const auto same = exactShapes.find(accessSql); same != exactShapes.end()) {
+    // A statement with texts or dates opened before word for word: its translation again.
+    shape = same->second.first;
+    parameters = same->second.second;
   }
   if (!shape) {
     TranslatedSql translated = translate(accessSql, true);
     shape = shapeOf(accessSql, translated);
+    if (!maskable) {
+      if (exactShapes.size() >= kExactShapesSize) exactShapes.clear();
+      exactShapes.emplace(std::string(accessSql), std::make_pair(shape, translated.parameters));
+    }
     // Kept for the statements to come only when the translation made exactly these numbers
     // its parameters.
     bool same = maskable && translated.parameters.size() == numbers.size();
