@@ -4,6 +4,7 @@
 // propagation to open recordsets. Internal to db/.
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <functional>
 #include <list>
@@ -57,6 +58,14 @@ inline std::vector<int> indexColumns(const std::string& name) {
 // A text value as clean text: the bytes are kept when they are valid UTF-8.
 inline std::string cleanText(std::string_view bytes) {
   return isCleanText(bytes) ? std::string(bytes) : textFromOutside(bytes);
+}
+
+// A number literal of plain digits (a sign allowed) as an integer; false for anything else,
+// which the callers then read as a general number or not at all.
+inline bool wholeNumber(std::string_view text, std::int64_t& out) {
+  const char* end = text.data() + text.size();
+  auto [stop, error] = std::from_chars(text.data(), end, out);
+  return error == std::errc() && stop == end && !text.empty();
 }
 
 // A column name as the statements of the service quote it.

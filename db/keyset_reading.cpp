@@ -94,9 +94,16 @@ bool isDigitByte(char c) {
 }
 
 bool isWordByte(char c) {
-  const auto u = static_cast<unsigned char>(c);
-  return isDigitByte(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-         c == '$' || u >= 0x80;
+  static const auto word = [] {
+    std::array<bool, 256> table{};
+    for (int u = 0; u < 256; ++u) {
+      const char b = static_cast<char>(u);
+      table[static_cast<size_t>(u)] = isDigitByte(b) || (b >= 'a' && b <= 'z') ||
+                                      (b >= 'A' && b <= 'Z') || b == '_' || b == '$' || u >= 0x80;
+    }
+    return table;
+  }();
+  return word[static_cast<unsigned char>(c)];
 }
 
 bool isTrueOrFalse(std::string_view word) {
@@ -376,7 +383,11 @@ void Database::Impl::bindParameters(Recordset& r, SqlStatement& stmt) {
     const TranslatedSql::Parameter& p = r.parameters[i];
     int position = static_cast<int>(i + 1);
     double number = 0;
-    if (p.number && GeneralUtilities::parseNumber(p.text, number)) {
+    std::int64_t whole = 0;
+    if (p.number && wholeNumber(p.text, whole) && whole < 9'000'000'000'000'000 &&
+        whole > -9'000'000'000'000'000) {
+      stmt.bindInteger(position, whole);
+    } else if (p.number && GeneralUtilities::parseNumber(p.text, number)) {
       if (number == std::floor(number) && std::fabs(number) < 9.0e15)
         stmt.bindInteger(position, static_cast<std::int64_t>(number));
       else
@@ -391,8 +402,8 @@ void Database::Impl::bindParameters(Recordset& r, SqlStatement& stmt) {
 // the statement's whole result.
 void Database::Impl::readKeyset(Recordset& r, std::string keptName) {
   if (r.shape->readsOneKey && r.addedHere.empty() && !r.snapshotMax.empty()) {
-    double key = 0;
-    if (GeneralUtilities::parseNumber(r.parameters[0].text, key) && key > r.snapshotMax[0])
+    std::int64_t key = 0;
+    if (wholeNumber(r.parameters[0].text, key) && key > r.snapshotMax[0])
       return;  // a key above the largest at open: nothing of the keyset can match
   }
   SqlStatement& stmt = *r.shape->stmt;

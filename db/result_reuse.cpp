@@ -21,11 +21,9 @@ bool readsKnownTables(const Recordset& r) {
 std::optional<std::int64_t> oneKeyOf(const Recordset& r) {
   const std::vector<std::string>* tables = r.shape->stmt->tablesRead();
   if (!r.shape->readsOneKey || tables == nullptr || tables->size() != 1) return std::nullopt;
-  double key = 0;
-  if (!GeneralUtilities::parseNumber(r.parameters[0].text, key) || key != std::floor(key) ||
-      std::fabs(key) > 9.0e15)
-    return std::nullopt;
-  return static_cast<std::int64_t>(key);
+  std::int64_t key = 0;
+  if (!wholeNumber(r.parameters[0].text, key)) return std::nullopt;
+  return key;
 }
 
 }  // namespace

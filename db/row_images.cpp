@@ -49,11 +49,8 @@ Database::Impl::RowImage& Database::Impl::newImage(const std::string& table, std
 bool Database::Impl::answerFromImage(Recordset& r) {
   const Shape& shape = *r.shape;
   if (shape.imagePositions.empty() || !r.addedHere.empty() || !options.writeAheadLog) return false;
-  double number = 0;
-  if (!GeneralUtilities::parseNumber(r.parameters[0].text, number) || std::fabs(number) > 9.0e15)
-    return false;
-  const auto key = static_cast<std::int64_t>(number);
-  if (static_cast<double>(key) != number) return false;
+  std::int64_t key = 0;
+  if (!wholeNumber(r.parameters[0].text, key)) return false;
   noteUntrackedChanges();
   const RowImage* image = validImage(tableInfo(r.translated.tables[0].table).name, key);
   if (image == nullptr) return false;
