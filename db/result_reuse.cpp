@@ -9,6 +9,8 @@
 
 namespace lf {
 
+using namespace database_detail;
+
 namespace {
 
 bool readsKnownTables(const Recordset& r) {
