@@ -93,17 +93,16 @@ bool isDigitByte(char c) {
   return c >= '0' && c <= '9';
 }
 
-bool isWordByte(char c) {
-  static const auto word = [] {
-    std::array<bool, 256> table{};
-    for (int u = 0; u < 256; ++u) {
-      const char b = static_cast<char>(u);
-      table[static_cast<size_t>(u)] = isDigitByte(b) || (b >= 'a' && b <= 'z') ||
-                                      (b >= 'A' && b <= 'Z') || b == '_' || b == '$' || u >= 0x80;
-    }
-    return table;
-  }();
-  return word[static_cast<unsigned char>(c)];
+constexpr std::array<bool, 256> kWordBytes = [] {
+  std::array<bool, 256> table{};
+  for (int u = 0; u < 256; ++u)
+    table[static_cast<size_t>(u)] = (u >= '0' && u <= '9') || (u >= 'a' && u <= 'z') ||
+                                    (u >= 'A' && u <= 'Z') || u == '_' || u == '$' || u >= 0x80;
+  return table;
+}();
+
+inline bool isWordByte(char c) {
+  return kWordBytes[static_cast<unsigned char>(c)];
 }
 
 bool isTrueOrFalse(std::string_view word) {
