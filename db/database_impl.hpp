@@ -173,6 +173,8 @@ struct Database::Impl {
   // Per table and row key, `writeClock` at the row's last write; and the kept results that
   // read one row by its key, by that row.
   NameMap<std::unordered_map<std::int64_t, std::int64_t>> rowsWrittenAt;
+  static constexpr size_t kRowStampsSize = 16384;
+  size_t rowStampCount = 0;
   NameMap<std::unordered_map<std::int64_t, std::vector<std::string>>> keptByRow;
   // Images of single rows by table and key (row_images.cpp), bounded in number.
   struct RowImage {

@@ -51,7 +51,15 @@ void Database::Impl::noteWrite(const std::string* table, std::int64_t key,
   countedChanges = after;
   tableWrittenAt[*table] = stamp;
   const std::int64_t before = rowWrittenAt(*table, key);
-  rowsWrittenAt[*table][key] = stamp;
+  auto [row, added] = rowsWrittenAt[*table].try_emplace(key, stamp);
+  row->second = stamp;
+  if (added && ++rowStampCount > kRowStampsSize) {
+    // The rows' stamps are kept for a bounded number of rows: forgetting them forgets what
+    // was kept on the strength of them.
+    forgetKeptResults();
+    countedChanges = after;
+    return;
+  }
   if (updated == nullptr) return;
   imageTakesUpdate(*table, key, before, *updated);
   // An update of a row's columns other than its key leaves the row in the results that read
@@ -84,6 +92,7 @@ void Database::Impl::forgetKeptResults() {
   rowImageCount = 0;
   tableWrittenAt.clear();
   rowsWrittenAt.clear();
+  rowStampCount = 0;
   anythingWrittenAt = ++writeClock;
   countedChanges = -1;
 }
