@@ -68,6 +68,21 @@ inline bool wholeNumber(std::string_view text, std::int64_t& out) {
   return error == std::errc() && stop == end && !text.empty();
 }
 
+// True when a value written reads back as the same value: text that is clean, a date that
+// has a stored form (asStored then gives what reads back).
+inline bool cleanValue(const Variant& value) {
+  if (value.kind() == Variant::Kind::Text) return isCleanText(value.toString());
+  if (value.kind() == Variant::Kind::Date) return !value.toDate()->toIso().empty();
+  return true;
+}
+
+// A value as it reads back once stored: a date to the second, as it is stored.
+inline Variant asStored(const Variant& value) {
+  if (value.kind() != Variant::Kind::Date) return value;
+  if (auto stored = Date::fromIso(value.toDate()->toIso())) return Variant::date(*stored);
+  return value;
+}
+
 // A column name as the statements of the service quote it.
 inline std::string quoted(std::string_view name) {
   return "\"" + std::string(name) + "\"";

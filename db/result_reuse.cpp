@@ -68,6 +68,8 @@ void Database::Impl::noteWrite(const std::string* table, std::int64_t key,
   if (rows == keptByRow.end()) return;
   auto kept = rows->second.find(key);
   if (kept == rows->second.end()) return;
+  for (const auto& [column, value] : *updated)
+    if (!cleanValue(value)) return;  // what reads back is not known: the results read again
   std::string origin;
   for (const std::string& name : kept->second) {
     auto entry = keptResults.find(name);
@@ -79,7 +81,7 @@ void Database::Impl::noteWrite(const std::string* table, std::int64_t key,
         origin.assign(*table).append(".").append(column);
         auto columns = result.shape->byOrigin.find(origin);
         if (columns == result.shape->byOrigin.end()) continue;
-        for (int c : columns->second) row.set(static_cast<size_t>(c), value);
+        for (int c : columns->second) row.set(static_cast<size_t>(c), asStored(value));
       }
     result.readAt = stamp;
   }

@@ -11,14 +11,6 @@ namespace lf {
 
 using namespace database_detail;
 
-namespace {
-
-bool cleanValue(const Variant& value) {
-  return value.kind() != Kind::Text || isCleanText(value.toString());
-}
-
-}  // namespace
-
 Database::Impl::RowImage* Database::Impl::validImage(const std::string& table, std::int64_t key) {
   auto rows = rowImages.find(table);
   if (rows == rowImages.end()) return nullptr;
@@ -99,7 +91,7 @@ void Database::Impl::imageFromInsert(const TableInfo& info, std::int64_t key,
   for (const auto& [name, value] : info.defaults)
     image.row.set(static_cast<size_t>(info.columnPosition.at(name)), value);
   for (const auto& [name, value] : values)
-    image.row.set(static_cast<size_t>(info.columnPosition.at(std::string(name))), value);
+    image.row.set(static_cast<size_t>(info.columnPosition.at(std::string(name))), asStored(value));
   image.row.set(static_cast<size_t>(info.columnPosition.at(info.rowidAlias)),
                 Variant::integer(key));
 }
@@ -120,7 +112,7 @@ void Database::Impl::imageTakesUpdate(const std::string& table, std::int64_t key
     return;
   }
   for (const auto& [column, value] : updated)
-    image->second.row.set(static_cast<size_t>(info.columnPosition.at(column)), value);
+    image->second.row.set(static_cast<size_t>(info.columnPosition.at(column)), asStored(value));
   image->second.at = writeClock;
 }
 
