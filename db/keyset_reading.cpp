@@ -304,17 +304,17 @@ std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
   if (shape->readsOneKey) {
     const TableInfo& info = tableInfo(shape->translated.tables[0].table);
     std::vector<bool> covered(info.columnOrder.size(), false);
+    bool allStored = true;  // no expression, no generated column: an image answers it
     for (const Column& c : shape->columns) {
       auto position = info.columnPosition.find(c.origin);
-      if (c.slot != 0 || position == info.columnPosition.end()) {
-        shape->imagePositions.clear();
-        break;
-      }
-      shape->imagePositions.push_back(position->second);
-      covered[static_cast<size_t>(position->second)] = true;
+      const bool stored = c.slot == 0 && position != info.columnPosition.end();
+      allStored = allStored && stored;
+      shape->imagePositions.push_back(stored ? position->second : -1);
+      if (stored) covered[static_cast<size_t>(position->second)] = true;
     }
-    shape->readsWholeRow = !shape->imagePositions.empty() &&
-                           std::all_of(covered.begin(), covered.end(), [](bool b) { return b; });
+    shape->answeredByImage = allStored && !shape->columns.empty();
+    shape->readsWholeRow =
+        !covered.empty() && std::all_of(covered.begin(), covered.end(), [](bool b) { return b; });
   }
   shapeOrder.push_front(key);
   shapes.emplace(key, std::make_pair(shape, shapeOrder.begin()));

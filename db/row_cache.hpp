@@ -127,10 +127,12 @@ struct Shape {
   // One table read by "WHERE <its auto-number key> = <one number>": no row of a key above the
   // largest at open can be in the keyset, so such a statement need not run.
   bool readsOneKey = false;
-  // For such a statement whose every column is a stored column of its table: each column's
-  // place in the table, so that a row image of the table answers it (row_images.cpp); and
-  // whether it reads every stored column, so that its row makes an image.
+  // For such a statement: each column's place among the stored columns of its table (-1 for
+  // an expression or a generated column); whether a row image of the table answers it (every
+  // column stored, row_images.cpp); and whether it reads every stored column, so that the
+  // row it reads makes an image.
   std::vector<int> imagePositions;
+  bool answeredByImage = false;
   bool readsWholeRow = false;
   NameMap<int> byName;
   NameMap<std::vector<int>> byOrigin;  // "table.column" of the origin: the visible columns

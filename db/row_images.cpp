@@ -40,7 +40,7 @@ Database::Impl::RowImage& Database::Impl::newImage(const std::string& table, std
 
 bool Database::Impl::answerFromImage(Recordset& r) {
   const Shape& shape = *r.shape;
-  if (shape.imagePositions.empty() || !r.addedHere.empty() || !options.writeAheadLog) return false;
+  if (!shape.answeredByImage || !r.addedHere.empty() || !options.writeAheadLog) return false;
   std::int64_t key = 0;
   if (!wholeNumber(r.parameters[0].text, key)) return false;
   noteUntrackedChanges();
@@ -69,6 +69,7 @@ void Database::Impl::imageFromRead(const Recordset& r) {
   const Row& read = r.rows[0];
   RowImage& image = newImage(info.name, r.keyOf(0, 0), info.columnOrder.size());
   for (size_t c = 0; c < r.shape->imagePositions.size(); ++c) {
+    if (r.shape->imagePositions[c] < 0) continue;
     const Cell& cell = read.cells[c];
     const auto at = static_cast<size_t>(r.shape->imagePositions[c]);
     if (cell.kind == Kind::Text)
