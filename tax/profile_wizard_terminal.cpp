@@ -56,18 +56,22 @@ class ProfileWizardTerminal {
 
  private:
   void showFiles() {
-    out_ << "Select The Files You Want To Import:\n";
+    out_ << (t1_ != nullptr ? "Select The Files You Want To Import"
+                            : "Select Which Profile Files You Want To Import:")
+         << "\n";
     if (!w_.lblNoFiles.empty()) out_ << w_.lblNoFiles << "\n";
     for (size_t i = 0; i < w_.File1.size(); ++i)
       out_ << (w_.File1[i].checked ? "[x] " : "[ ] ") << i + 1 << " " << w_.File1[i].text << "\n";
-    out_ << "File Selection Options: not-known " << onOff(w_.chkSelectFiles[0]) << ", "
-         << (t1_ != nullptr ? "year " + (w_.chkSelectFiles[1] ? t1_->cboSelectYear : "off")
-                            : std::string("most-recent ") + onOff(w_.chkSelectFiles[1]))
-         << "\n"
-         << "toggle N | " << w_.cmdSelectAllCaption() << ": all | Select Files: select | "
-         << (t1_ != nullptr ? "not-known on|off | tax-year Y|off"
-                            : "not-known on|off | most-recent on|off")
-         << "\n";
+    out_ << "File Selection Options\n"
+         << (w_.chkSelectFiles[0] ? "[x] " : "[ ] ")
+         << "Select Only Clients Not Already Entered In Ledgerfolio. (not-known on|off)\n"
+         << (w_.chkSelectFiles[1] ? "[x] " : "[ ] ");
+    if (t1_ != nullptr)
+      out_ << "Select Only Tax File From The " << t1_->cboSelectYear
+           << " Tax Year (tax-year Y|off)\n";
+    else
+      out_ << "Select Only The Most Recent Profile File For Each Company. (most-recent on|off)\n";
+    out_ << "toggle N | " << w_.cmdSelectAllCaption() << ": all | Select Files: select\n";
   }
 
   void showT1Page() {
@@ -88,7 +92,7 @@ class ProfileWizardTerminal {
     } else if (page == frmImportProfileT1::kOptionsPage) {
       out_ << "Profile T1 Import Options\nadvanced: the options | business: the business options\n"
            << "business information: " << onOff(t1_->ProfileImport.chkImprtBusinessInformation)
-           << " (business-info on|off)\nCouples Returns Options:\n";
+           << " (business-info on|off)\nCouples Returns Options\n";
       for (int i = 0; i < 3; ++i)
         out_ << (t1_->ProfileImport.optCouplesReturn == i ? "(o) " : "( ) ") << i << " "
              << profileT1CouplesCaptions()[static_cast<size_t>(i)] << "\n";

@@ -192,6 +192,11 @@ TEST_F(ProfileWizardTest, TerminalDrawsTheScanAsAProgressLineAndShowsEveryOption
                         "'Self Employment Income'"));
   EXPECT_THAT(text, ::testing::HasSubstr("[ ] 16 If Line166 - 'Commission income' in Profile "
                                          "then check 'Self Employment Commission'"));
+  for (const char* caption : {"Select The Files You Want To Import\n", "File Selection Options\n",
+                              "[ ] Select Only Clients Not Already Entered In Ledgerfolio.",
+                              "[ ] Select Only Tax File From The  Tax Year",
+                              "Profile T1 Import Options\n", "Couples Returns Options\n"})
+    EXPECT_THAT(text, ::testing::HasSubstr(caption));
   for (const std::string& caption : profileT1CouplesCaptions())
     EXPECT_THAT(text, ::testing::HasSubstr(caption));
   EXPECT_EQ(profileT1CouplesCaptions()[0],
