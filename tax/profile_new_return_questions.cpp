@@ -4,6 +4,7 @@
 
 #include <poll.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "base/general_utilities.hpp"
