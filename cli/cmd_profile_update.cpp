@@ -7,14 +7,20 @@
 //                               [--template PATH] [--working-folder DIR]
 //
 // Questions are answered from --answers FILE.json ("questions" as in the other answers
-// files), at the terminal with --interactive, or by their defaults. --file is the choice of
-// the file dialog that asks for the client's return, --template that of the template dialog,
-// and --save-to the folder browser's; each is used once, and a dialog without one is
-// cancelled. How long the stand-in product takes to show a new return is the host setting
-// "ProfileCurrentClientDelay". The exit code is 1 when the return was not written.
+// files, where "cancel" presses the Cancel of a question, of the year question or of the wait
+// for Profile; and "year", the year question's answer), at the terminal with --interactive,
+// or by their defaults. Without --year, new-return asks the year (frmProfileTaxYear). --file
+// is the choice of the file dialog that asks for the client's return, --template that of the
+// template dialog, and --save-to the folder browser's; each is used once, and a dialog without
+// one is cancelled. How long the stand-in product takes to show a new return is the host
+// setting "ProfileCurrentClientDelay". The exit code is 1 when the return was not written for
+// another reason than a Cancel (which the report counts as a skipped row).
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
+#include <nlohmann/json.hpp>
 
 #include "base/module_state.hpp"
 #include "cli/command_registry.hpp"
@@ -23,6 +29,7 @@
 #include "db/recordset_scope.hpp"
 #include "host/file_dialog.hpp"
 #include "sync/wizard_answers.hpp"
+#include "tax/profile_new_return_questions.hpp"
 #include "tax/profile_stand_in.hpp"
 #include "tax/profile_t1_import.hpp"
 
@@ -45,7 +52,16 @@ struct ProfileUpdateOptions {
 int runProfileCommand(const ProfileUpdateOptions& o, bool newReturn) {
   if (!o.reportPath.empty()) requireReportPath(o.reportPath);
   std::optional<WizardAnswers> answers;
-  if (!o.answers.empty()) answers = readWizardAnswers(o.answers);
+  std::optional<long> answersYear;  // the year question's answer in the answers file
+  if (!o.answers.empty())
+    answers = readAnswersFile(o.answers, [&](const std::string& text, const std::string& base) {
+      const nlohmann::json j = parseAnswersObject(text);
+      if (j.contains("year")) {
+        if (!j["year"].is_number_integer()) throw Failure("\"year\" must be a whole number");
+        answersYear = j["year"].get<long>();
+      }
+      return parseWizardAnswers(text, base);
+    });
 
   HostSession session(o.host);
   {
@@ -78,7 +94,21 @@ int runProfileCommand(const ProfileUpdateOptions& o, bool newReturn) {
     return o.saveTo;
   };
   const long year = o.year ? *o.year : session.locale().getCurrentPersonalYear();
-  profile.askProfileTaxYear = [year] { return year; };
+  if (newReturn && o.year) {
+    profile.askProfileTaxYear = [year] { return year; };
+  } else if (newReturn && o.host.interactive) {
+    profile.askProfileTaxYear = [] {
+      return askProfileTaxYearAtTerminal(profileTaxYearItems(), std::cin, std::cerr);
+    };
+  } else if (newReturn) {
+    profile.askProfileTaxYear = [answersYear] {
+      return askProfileTaxYearFromAnswers(profileTaxYearItems(), answersYear);
+    };
+  }
+  if (o.host.interactive)
+    connectNewProfileFileDialogToTerminal(profile, std::cin, STDIN_FILENO, std::cerr);
+  else
+    connectNewProfileFileDialogToAnswers(profile);
   profile.openDocument = [&](const std::string& path) -> long {
     standIn->product().openInProduct(path);
     return 42;
@@ -101,7 +131,7 @@ int runProfileCommand(const ProfileUpdateOptions& o, bool newReturn) {
           problem = "Profile did not open the new return in time";
           break;
         case NewProfileFileEnding::Cancelled:
-          problem = "the wait for Profile was cancelled";
+          counters.skip("the wait for Profile was cancelled");
           break;
         case NewProfileFileEnding::Connected:
           problem = "the new return could not be written";

@@ -3,6 +3,7 @@
 // questions of the run answered by the message box, with the report written.
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
@@ -25,6 +26,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto box = lf::makeAnswersMessageBox(answers, &report, &out);
   for (const auto& [part, yes] : answers.answers)
     box->ask("Sunrise Bakery Ltd, " + part + ": Is this a business client?", 4);
+  // A question without a Cancel button is never answered Cancel; one with it may be.
+  for (const std::string& part : answers.cancelled) {
+    if (box->ask("Keep " + part + "?", 4) == lf::kAnswerCancel) std::abort();
+    box->askYesNoCancel("Use " + part + "?", 9);
+    box->pressesCancel("Form " + part, 4);
+  }
   box->ask("Is this a business client?", 4);
   box->show(answers.source, 0);
   report.toJson().dump();

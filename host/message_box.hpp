@@ -15,8 +15,8 @@ enum MessageKind : int {
   kMessageWrongPassword = 16,
 };
 
-// Answers of ask.
-enum MessageAnswer : int { kAnswerYes = 0, kAnswerNo = 1 };
+// Answers of ask; Cancel only from a question that offers it (askYesNoCancel).
+enum MessageAnswer : int { kAnswerYes = 0, kAnswerNo = 1, kAnswerCancel = 2 };
 
 class MessageBox {
  public:
@@ -24,6 +24,12 @@ class MessageBox {
   virtual void show(std::string_view text, int kind) = 0;
   // 0 means yes.
   virtual int ask(std::string_view text, int kind) = 0;
+  // A question with Yes, No and Cancel. A box that knows no Cancel answers as ask does.
+  virtual int askYesNoCancel(std::string_view text, int kind) { return ask(text, kind); }
+  // Whether the answers given before the run press Cancel on a form showing this text (a
+  // password, a year, a waiting dialog), whose own front end would ask otherwise. A press goes
+  // into the run report as the form's answer.
+  virtual bool pressesCancel(std::string_view /*formText*/, int /*kind*/) { return false; }
 };
 
 }  // namespace lf

@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include "host/message_box.hpp"
+
 namespace lf {
 namespace {
 
@@ -35,7 +37,9 @@ void RunReport::addQuestion(const std::string& text, int kind, int answer,
                             const std::string& answeredBy) {
   questions_.push_back({{"text", utf8(text)},
                         {"kind", kind},
-                        {"answer", answer == 0 ? "yes" : "no"},
+                        {"answer", answer == kAnswerYes      ? "yes"
+                                   : answer == kAnswerCancel ? "cancel"
+                                                             : "no"},
                         {"answeredBy", utf8(answeredBy)}});
 }
 

@@ -168,8 +168,17 @@ WizardAnswers parseWizardAnswers(const std::string& jsonText, const std::string&
     if (q.contains("default")) a.defaultAnswerYes = answerWord(q["default"], "questions.default");
     if (q.contains("answers")) {
       if (!q["answers"].is_object()) throw badField("questions.answers", "an object");
-      for (const auto& [text, answer] : q["answers"].items())
-        a.answers[text] = answerWord(answer, "questions.answers." + text);
+      for (const auto& [text, answer] : q["answers"].items()) {
+        const std::string field = "questions.answers." + text;
+        if (answer.is_string() && answer.get<std::string>() == "cancel")
+          a.cancelled.insert(text);
+        else if (answer.is_boolean() ||
+                 (answer.is_string() &&
+                  (answer.get<std::string>() == "yes" || answer.get<std::string>() == "no")))
+          a.answers[text] = answerWord(answer, field);
+        else
+          throw badField(field, "\"yes\", \"no\" or \"cancel\"");
+      }
     }
   }
   return a;
@@ -249,8 +258,10 @@ std::unique_ptr<TerminalMessageBox> makeAnswersMessageBox(const WizardAnswers& a
                                                           RunReport* report, std::ostream* out) {
   auto box = std::make_unique<TerminalMessageBox>(
       report, out, false, answers.defaultAnswerYes ? kAnswerYes : kAnswerNo);
-  for (const auto& [text, yes] : answers.answers)
-    box->addAnswer(text, yes ? kAnswerYes : kAnswerNo);
+  std::map<std::string, int> given;
+  for (const auto& [text, yes] : answers.answers) given[text] = yes ? kAnswerYes : kAnswerNo;
+  for (const std::string& text : answers.cancelled) given[text] = kAnswerCancel;
+  for (const auto& [text, answer] : given) box->addAnswer(text, answer);
   return box;
 }
 

@@ -17,7 +17,8 @@
 // Ranges: "all", "on", "on or after", "on or before", "between". Every field may be left
 // out; what is left out keeps the wizard's default. Questions are the yes/no questions of
 // the run ("<client name>: Is this a business client?"), answered by any part of their text,
-// such as the client's name; the others take the default.
+// such as the client's name; the others take the default. An answer may also be "cancel", for
+// the questions and forms that have a Cancel button.
 #pragma once
 
 #include <filesystem>
@@ -26,6 +27,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -62,6 +64,9 @@ struct WizardAnswers {
   std::optional<bool> duplicateCheck;
   bool defaultAnswerYes = false;
   std::map<std::string, bool> answers;  // part of a question's text, to yes
+  // Parts of question texts answered "cancel": the Cancel button of a question or form that
+  // has one (the No of a yes/no question).
+  std::set<std::string> cancelled;
 };
 
 // Reads an answers file (outside text: see host/text_encoding.hpp); a relative source path is
@@ -93,7 +98,7 @@ bool runSyncWizardFromAnswers(SyncWizard& wizard, const WizardAnswers& answers);
 
 // The message box of an unattended run: messages go to out and the report, questions are
 // answered from the answers file (a question containing an answer's text takes that answer,
-// otherwise the default).
+// the first in the order of the texts; otherwise the default).
 std::unique_ptr<TerminalMessageBox> makeAnswersMessageBox(const WizardAnswers& answers,
                                                           RunReport* report, std::ostream* out);
 

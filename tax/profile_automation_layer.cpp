@@ -72,6 +72,15 @@ const ProfileT1YearRow* profileT1YearOfExtension(std::string_view extension) {
   return nullptr;
 }
 
+ProfilePasswordEntry ProfileListedPasswords::ask(const std::string& /*title*/,
+                                                 const std::string& /*label*/,
+                                                 const std::string& text) {
+  MessageBox* box = moduleState().MsgboxClass;
+  if (box != nullptr && box->pressesCancel(text, kMessageWrongPassword)) return {};
+  if (next_ >= passwords_.size()) return {"", false, true};
+  return {passwords_[next_++], true, false};
+}
+
 std::string ProfileAutomationLayer::displayName() {
   return applicationName();
 }
@@ -99,6 +108,7 @@ void ProfileAutomationLayer::openProfileT1File(const std::string& path, bool rea
 void ProfileAutomationLayer::openProfileYearT1File(const ProfileT1YearRow& row,
                                                    const std::string& path, bool readOnly) {
   std::string label = procedureLabel(row.procedure);
+  passwordCancelled_ = false;
   procedure(label, [&] {
     AutomationError err;
     std::unique_ptr<ProfileFile> file;
@@ -165,7 +175,10 @@ bool ProfileAutomationLayer::passwordLoop(const std::string& path, ProfileFile& 
                                      "without opening this file.");
     bool blank = GeneralUtilities::isBlank(entry.password);
     if (entry.remember && !blank) passwords_.push_back(entry.password);
-    if (blank) return false;  // Cancel: no message, the batch moves on
+    if (blank) {
+      passwordCancelled_ = !entry.unanswered;
+      return false;  // Cancel: no message, the batch moves on
+    }
     trapAutomationError(err, [&] {
       file.setFilePassword(entry.password);
       file.LoadFile(path, readOnly);
@@ -199,6 +212,7 @@ void ProfileAutomationLayer::openProfileT2File(const std::string& path,
                                                std::unique_ptr<ProfileFile>& file,
                                                std::shared_ptr<ProfileClient>& client) {
   client.reset();
+  passwordCancelled_ = false;
   std::string label = procedureLabel("openProfileT2File");
   procedure(label, [&] {
     AutomationError err;

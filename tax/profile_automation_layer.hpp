@@ -32,10 +32,12 @@ const std::array<ProfileT1YearRow, 13>& profileT1YearTable();
 // The row of an extension, any letter case ("16t" is "16T"); nothing outside the table.
 const ProfileT1YearRow* profileT1YearOfExtension(std::string_view extension);
 
-// The password question (frmEnterFilePassword). A blank password means Cancel.
+// The password question (frmEnterFilePassword). A blank password means Cancel; an unattended
+// front end that has no password left marks it unanswered, which is no choice of the user's.
 struct ProfilePasswordEntry {
   std::string password;
   bool remember = false;
+  bool unanswered = false;
 };
 class ProfilePasswordForm {
  public:
@@ -45,15 +47,14 @@ class ProfilePasswordForm {
 };
 
 // The password question answered from a list, each password once and remembered; then
-// Cancel. For unattended runs.
+// Cancel. For unattended runs: the run's answers (MsgboxClass) may also press Cancel on the
+// question of a file, by a part of its text such as the file's name.
 class ProfileListedPasswords : public ProfilePasswordForm {
  public:
   explicit ProfileListedPasswords(std::vector<std::string> passwords)
       : passwords_(std::move(passwords)) {}
-  ProfilePasswordEntry ask(const std::string&, const std::string&, const std::string&) override {
-    if (next_ >= passwords_.size()) return {};
-    return {passwords_[next_++], true};
-  }
+  ProfilePasswordEntry ask(const std::string& title, const std::string& label,
+                           const std::string& text) override;
 
  private:
   std::vector<std::string> passwords_;
@@ -69,6 +70,9 @@ class ProfileAutomationLayer {
   // The question asked for passwords; without one every question is answered Cancel.
   void setPasswordForm(ProfilePasswordForm* form) { passwordForm_ = form; }
   const std::vector<std::string>& rememberedPasswords() const { return passwords_; }
+  // The last open ended because the user cancelled the password question (not because an
+  // unattended run had no password for it).
+  bool passwordCancelled() const { return passwordCancelled_; }
 
   // Opens a personal return by its extension's year; any other extension does nothing.
   void openProfileT1File(const std::string& path, bool readOnly);
@@ -109,6 +113,7 @@ class ProfileAutomationLayer {
   Family family_;
   ProfilePasswordForm* passwordForm_ = nullptr;
   std::vector<std::string> passwords_;
+  bool passwordCancelled_ = false;
 };
 
 }  // namespace lf

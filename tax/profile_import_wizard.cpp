@@ -24,11 +24,6 @@ bool numericYear(const std::string& text, long& year) {
   return !trimmed.empty() && error == std::errc() && end == trimmed.data() + trimmed.size();
 }
 
-std::string upper(std::string text) {
-  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return text;
-}
-
 }  // namespace
 
 // --- ProfileImportWizard ------------------------------------------------------------------
@@ -62,27 +57,54 @@ void ProfileImportWizard::scanFolder() {
   File1.clear();
   clearFileList();
   allSelected_ = false;
-  lblNoFiles.clear();
-  // The folder's own files (not its subfolders) with one of the extensions, any letter case,
-  // by name.
-  std::vector<std::filesystem::path> found;
-  std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(txtFileLocation, error)) {
-    if (!entry.is_regular_file(error)) continue;
-    const std::string extension = upper(profileFileExtension(entry.path().string()));
-    if (std::find(extensions().begin(), extensions().end(), extension) != extensions().end())
-      found.push_back(entry.path());
-  }
-  std::sort(found.begin(), found.end());
-  long key = 1;
-  for (const auto& path : found) {
-    const std::string rowKey = std::to_string(key++);
-    addListRow(rowKey, path.string(), path.filename().string());
-    File1.push_back({"Item:" + rowKey, path.filename().string(), true});
+  fileLoad_.startFileScan = [this] { FileLoadClass_startFileScan(); };
+  fileLoad_.initializeProgressBar = [this](long count) {
+    FileLoadClass_initializeProgressBar(count);
+  };
+  fileLoad_.setProgressBarValue = [this](long value) { FileLoadClass_setProgressBarValue(value); };
+  fileLoad_.statusLabel = [this](const std::string& text) { FileLoadClass_statusLabel(text); };
+  fileLoad_.setExtensions(extensions());
+  fileLoad_.scan(txtFileLocation, true, false, false, true);
+  for (const FileLoadRow& row : fileLoad_.fileList()) {
+    addListRow(row.key, row.path, row.display);
+    File1.push_back({"Item:" + row.key, row.display, true});
   }
   if (File1.empty())
     lblNoFiles = std::string("Ledgerfolio cannot find any Profile ") + (isT1() ? "T1" : "T2") +
                  " files in this folder.";
+  // The list takes the panels' place.
+  fraFolderScanVisible = false;
+  fraProgress.visible = false;
+  panelsChanged();
+}
+
+void ProfileImportWizard::FileLoadClass_startFileScan() {
+  fraFolderScanVisible = true;
+  fraProgress.visible = false;
+  lblNoFiles.clear();
+  panelsChanged();
+}
+
+void ProfileImportWizard::FileLoadClass_initializeProgressBar(long count) {
+  fraProgress.label = "Populating Profile list, Please wait ...";
+  fraProgress.count = count;
+  fraProgress.position = 0;
+  fraProgress.visible = true;
+  selectionEnabled_ = count > 0;
+  panelsChanged();
+}
+
+void ProfileImportWizard::FileLoadClass_setProgressBarValue(long value) {
+  fraProgress.position = value;
+  panelsChanged();
+}
+
+void ProfileImportWizard::FileLoadClass_statusLabel(const std::string& text) {
+  if (fraFolderScanVisible)
+    lblFolderName = text;
+  else
+    fraProgress.label = text;
+  panelsChanged();
 }
 
 void ProfileImportWizard::cmdBrowseCSV_Click(FileDialog& dialog) {
@@ -116,7 +138,7 @@ bool ProfileImportWizard::isFilesSelected() const {
 }
 
 void ProfileImportWizard::cmdSelectAll_Click(int index) {
-  if (!open_ || freStep_ != filesPage()) return;
+  if (!open_ || freStep_ != filesPage() || !selectionEnabled_) return;
   if (index == 0) {
     allSelected_ = !allSelected_;
     selectAll(allSelected_);

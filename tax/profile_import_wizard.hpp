@@ -9,10 +9,12 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "host/file_load_class.hpp"
 #include "host/practice_import_duplicates.hpp"
 #include "tax/profile_t1_import.hpp"
 #include "tax/profile_t2_import.hpp"
@@ -21,6 +23,15 @@ namespace lf {
 
 class clsImportInfo;
 class FileDialog;
+
+// The progress panel of the files page: its label, its bar (0 to count, at position) and
+// whether it shows.
+struct ProfileProgressPanel {
+  std::string label;
+  long count = 0;
+  long position = 0;
+  bool visible = false;
+};
 
 // One item of the list view File1: the text of the row, its key "Item:" + the row's key, and
 // its tick.
@@ -53,8 +64,15 @@ class ProfileImportWizard {
   std::vector<ProfileListItem> File1;
   std::array<bool, 2> chkSelectFiles{};
   std::string lblNoFiles;  // shown when the scan found nothing
+  // The panels of the folder scan: the folder-scan panel with lblFolderName, and the progress
+  // panel. Front ends redraw them when told by progressChanged.
+  bool fraFolderScanVisible = false;
+  std::string lblFolderName;
+  ProfileProgressPanel fraProgress;
+  std::function<void()> progressChanged;
   std::string cmdSelectAllCaption() const { return allSelected_ ? "Unselect All" : "Select All"; }
-  bool cmdSelectAllEnabled() const { return !File1.empty(); }
+  // The two selection buttons, enabled when the scan found files.
+  bool cmdSelectAllEnabled() const { return selectionEnabled_; }
   std::string cmdFinishCaption() const { return finishCaption_; }
   bool cmdFinishEnabled() const { return finishEnabled_; }
 
@@ -79,8 +97,14 @@ class ProfileImportWizard {
  protected:
   ProfileImportWizard() = default;
   bool refuse(const std::string& message) const;
-  // Scans the folder for the wizard's extensions and lists what it finds.
+  // Scans the folder for the wizard's extensions and lists what it finds; the panels follow
+  // the scanner's events and are hidden when the list is built.
   void scanFolder();
+  // The events of the folder scanner.
+  void FileLoadClass_startFileScan();
+  void FileLoadClass_initializeProgressBar(long count);
+  void FileLoadClass_setProgressBarValue(long value);
+  void FileLoadClass_statusLabel(const std::string& text);
   void showPage(int page);
   void close(bool imported);
 
@@ -104,6 +128,11 @@ class ProfileImportWizard {
   bool finished_ = false;
   bool imported_ = false;
   bool allSelected_ = false;
+  bool selectionEnabled_ = false;
+  FileLoadClass fileLoad_;
+  void panelsChanged() const {
+    if (progressChanged) progressChanged();
+  }
 };
 
 class frmImportProfileT1 : public ProfileImportWizard {

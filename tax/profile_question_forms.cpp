@@ -1,6 +1,9 @@
 // The year and password questions of the Profile imports.
 #include "tax/profile_question_forms.hpp"
 
+#include <charconv>
+
+#include "base/general_utilities.hpp"
 #include "base/module_state.hpp"
 #include "host/message_box.hpp"
 
@@ -14,6 +17,13 @@ void frmProfileTaxYear::Initialize(std::vector<long> years) {
 
 void frmProfileTaxYear::cboEditYear_Click(size_t index) {
   if (index < years_.size()) result_ = years_[index];
+}
+
+void frmProfileTaxYear::cboEditYear_Change(const std::string& text) {
+  const std::string trimmed = GeneralUtilities::trim(text);
+  long year = 0;
+  const auto [end, error] = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), year);
+  result_ = error == std::errc() && end == trimmed.data() + trimmed.size() ? year : 0;
 }
 
 void frmProfileTaxYear::cmdCancel_Click() {

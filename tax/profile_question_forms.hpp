@@ -17,6 +17,8 @@ class frmProfileTaxYear {
   static constexpr const char* kLabel = "Select year for new Profile T1 file:";
 
   void cboEditYear_Click(size_t index);
+  // A year typed into the box; what is not a whole number is the year 0.
+  void cboEditYear_Change(const std::string& text);
   void cmdOK_Click() { visible_ = false; }
   void cmdCancel_Click();
   bool visible() const { return visible_; }

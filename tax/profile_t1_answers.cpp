@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "host/import_duplicates_control.hpp"
+#include "tax/profile_t1_option_captions.hpp"
 
 namespace lf {
 namespace {
@@ -43,8 +44,18 @@ ProfileT1Answers parseProfileT1Answers(const std::string& jsonText, const std::s
     if (o.is_string() && o.get<std::string>() == "all") {
       for (int i = 0; i <= 38; ++i) a.options.push_back(i);
     } else if (o.is_array()) {
-      for (const json& n : o)
-        a.options.push_back(static_cast<int>(wholeNumber(n, "options", 0, 38)));
+      for (const json& n : o) {
+        if (!n.is_string()) {
+          a.options.push_back(static_cast<int>(wholeNumber(n, "options", 0, 38)));
+          continue;
+        }
+        const int option = profileT1OptionOfName(n.get<std::string>());
+        if (option < 0)
+          throw badField("options",
+                         "option numbers from 0 to 38, their captions or field keys (\"" +
+                             n.get<std::string>() + "\" is none)");
+        a.options.push_back(option);
+      }
     } else {
       throw badField("options", "\"all\" or a list of option numbers from 0 to 38");
     }
@@ -52,14 +63,15 @@ ProfileT1Answers parseProfileT1Answers(const std::string& jsonText, const std::s
   if (j.contains("couples")) {
     const json& c = j["couples"];
     std::string word = c.is_string() ? c.get<std::string>() : "";
-    if (word == "both")
+    const auto& captions = profileT1CouplesCaptions();
+    if (word == "both" || word == captions[0])
       a.couples = 0;
-    else if (word == "primary")
+    else if (word == "primary" || word == captions[1])
       a.couples = 1;
-    else if (word == "one")
+    else if (word == "one" || word == captions[2])
       a.couples = 2;
     else
-      throw badField("couples", "both, primary or one");
+      throw badField("couples", "both, primary, one or the caption of one of the three");
   }
   if (j.contains("business")) a.business = boolean(j["business"], "business");
   if (j.contains("select")) {

@@ -4,8 +4,10 @@
 //   {
 //     "folder": "returns",                 // relative to the answers file; --folder overrides
 //     "year": 2025,                        // the tax year written; default the current year
-//     "options": [0, 27],                  // the ticked options by number, or "all"
+//     "options": [0, 27],                  // the ticked options by number, caption or field
+//                                          // key ("Line349"), or "all"
 //     "couples": "both",                   // "both" contacts, "primary" only, or "one" contact
+//                                          // (or the choice's caption)
 //     "business": false,                   // bring the spouse in when the return has a business
 //     "select": "all",                     // or {"year": 2016, "notInLedgerfolio": true}
 //     "duplicates": {"check": true, "action": "update"},   // skip, new, update or ask

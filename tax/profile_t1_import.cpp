@@ -214,6 +214,8 @@ void clsImportProfileT1::openProfileT1Files() {
         ++counters->read;
         if (profileT1YearOfExtension(profileFileExtension(path)) == nullptr)
           counters->skip("no Profile object opens the year of " + row.display);
+        else if (passwordCancelled())
+          counters->skip("the password question was cancelled: " + row.display);
         else
           counters->fail("could not be opened: " + row.display);
       }

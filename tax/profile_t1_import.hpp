@@ -50,10 +50,6 @@ enum ProfileFileAction : int {
 // file, or failed (the return could not be opened or saved).
 enum class ProfileUpdateStatus { Updated, Stopped, Failed };
 
-// The message box's answer Cancel, from a box that offers it (a question with Yes, No and
-// Cancel); a box of Yes and No answers kAnswerYes or kAnswerNo.
-inline constexpr int kProfileAnswerCancel = 2;
-
 // How the wait for Profile to open a new return ended.
 enum class NewProfileFileEnding { None, Connected, TimedOut, Cancelled };
 

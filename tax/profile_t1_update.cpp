@@ -24,10 +24,16 @@ namespace {
 
 using GU = GeneralUtilities;
 
-// The message box's answer to a question with Yes, No and Cancel; no box answers Cancel.
+// The message box's answer to a question with Yes and No; no box answers No.
 int ask(const std::string& text) {
   MessageBox* box = moduleState().MsgboxClass;
-  return box == nullptr ? kProfileAnswerCancel : box->ask(text, kMessageFileLocation);
+  return box == nullptr ? kAnswerNo : box->ask(text, kMessageFileLocation);
+}
+
+// The same with Yes, No and Cancel; no box answers Cancel.
+int askWithCancel(const std::string& text) {
+  MessageBox* box = moduleState().MsgboxClass;
+  return box == nullptr ? kAnswerCancel : box->askYesNoCancel(text, kMessageFileLocation);
 }
 
 bool fileExists(const std::string& path) {
@@ -82,11 +88,12 @@ ProfileUpdateStatus clsImportProfileT1::updateProfile(long contactID, long taxYe
     const std::string year = std::to_string(taxYear);
     std::string path = getProfileFileLocationFromContactID(contactID, taxYear);
     if (fileExists(path)) {
-      int answer = ask("The file we last used for this client was '" + path + "'.\r\n\r\n" +
-                       "Is this the file you want associated with this client for the " + year +
-                       " tax year?  If you click 'No'm you can specify the correct file "
-                       "location.");  // Intended: the "'No'm" misprint is the message's own.
-      if (answer == kProfileAnswerCancel) return;
+      int answer =
+          askWithCancel("The file we last used for this client was '" + path + "'.\r\n\r\n" +
+                        "Is this the file you want associated with this client for the " + year +
+                        " tax year?  If you click 'No'm you can specify the correct file "
+                        "location.");  // Intended: the "'No'm" misprint is the message's own.
+      if (answer == kAnswerCancel) return;
       if (answer == kAnswerNo) path = promptUserForProfileFileLocation(taxYear, contactID);
     } else {
       std::string question =

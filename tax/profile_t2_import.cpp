@@ -217,7 +217,10 @@ bool clsImportProfileT2::importProfileT2File(const std::string& path) {
   if (!client) {
     if (counters != nullptr) {
       ++counters->read;
-      counters->fail("could not be opened: " + path);
+      if (passwordCancelled())
+        counters->skip("the password question was cancelled: " + path);
+      else
+        counters->fail("could not be opened: " + path);
     }
     return false;
   }

@@ -1,11 +1,16 @@
 // Rendering of the Profile import wizards' pages as text, and the commands that work them.
 #include "tax/profile_wizard_terminal.hpp"
 
+#include <functional>
+#include <memory>
 #include <sstream>
 
 #include "base/general_utilities.hpp"
+#include "base/module_state.hpp"
+#include "host/progress_dialog.hpp"
 #include "tax/profile_import_wizard.hpp"
 #include "tax/profile_question_forms.hpp"
+#include "tax/profile_t1_option_captions.hpp"
 
 namespace lf {
 
@@ -51,18 +56,22 @@ class ProfileWizardTerminal {
 
  private:
   void showFiles() {
-    out_ << "Select The Files You Want To Import:\n";
+    out_ << (t1_ != nullptr ? "Select The Files You Want To Import"
+                            : "Select Which Profile Files You Want To Import:")
+         << "\n";
     if (!w_.lblNoFiles.empty()) out_ << w_.lblNoFiles << "\n";
     for (size_t i = 0; i < w_.File1.size(); ++i)
       out_ << (w_.File1[i].checked ? "[x] " : "[ ] ") << i + 1 << " " << w_.File1[i].text << "\n";
-    out_ << "File Selection Options: not-known " << onOff(w_.chkSelectFiles[0]) << ", "
-         << (t1_ != nullptr ? "year " + (w_.chkSelectFiles[1] ? t1_->cboSelectYear : "off")
-                            : std::string("most-recent ") + onOff(w_.chkSelectFiles[1]))
-         << "\n"
-         << "toggle N | " << w_.cmdSelectAllCaption() << ": all | Select Files: select | "
-         << (t1_ != nullptr ? "not-known on|off | tax-year Y|off"
-                            : "not-known on|off | most-recent on|off")
-         << "\n";
+    out_ << "File Selection Options\n"
+         << (w_.chkSelectFiles[0] ? "[x] " : "[ ] ")
+         << "Select Only Clients Not Already Entered In Ledgerfolio. (not-known on|off)\n"
+         << (w_.chkSelectFiles[1] ? "[x] " : "[ ] ");
+    if (t1_ != nullptr)
+      out_ << "Select Only Tax File From The " << t1_->cboSelectYear
+           << " Tax Year (tax-year Y|off)\n";
+    else
+      out_ << "Select Only The Most Recent Profile File For Each Company. (most-recent on|off)\n";
+    out_ << "toggle N | " << w_.cmdSelectAllCaption() << ": all | Select Files: select\n";
   }
 
   void showT1Page() {
@@ -73,22 +82,20 @@ class ProfileWizardTerminal {
       if (page == 3)
         out_ << "Spouse Information Import\nThis only applies if you check the checkbox which will "
                 "bring the spouse information as a separate individual.\n";
-      out_ << "ticked options:";
-      for (int i = first; i <= last; ++i)
-        if (t1_->ProfileImport.chkOption[static_cast<size_t>(i)]) out_ << " " << i;
-      if (page == 2 && t1_->ProfileImport.chkOption[38]) out_ << " 38";
-      out_ << "\ntick N | untick N | finish (Back To Start)\n";
+      auto option = [&](int i) {
+        out_ << (t1_->ProfileImport.chkOption[static_cast<size_t>(i)] ? "[x] " : "[ ] ") << i << " "
+             << profileT1OptionCaptions()[static_cast<size_t>(i)] << "\n";
+      };
+      for (int i = first; i <= last; ++i) option(i);
+      if (page == 2) option(38);
+      out_ << "tick N | untick N | finish (Back To Start)\n";
     } else if (page == frmImportProfileT1::kOptionsPage) {
-      static const char* const kCouples[] = {
-          "Import the husband and wife into Ledgerfolio as two separate entries.",
-          "Import only the primary individual into Ledgerfolio.",
-          "Import both the husband and wife in as one entry  i.e. John && Mary Smith."};
       out_ << "Profile T1 Import Options\nadvanced: the options | business: the business options\n"
            << "business information: " << onOff(t1_->ProfileImport.chkImprtBusinessInformation)
-           << " (business-info on|off)\nCouples Returns Options:\n";
+           << " (business-info on|off)\nCouples Returns Options\n";
       for (int i = 0; i < 3; ++i)
         out_ << (t1_->ProfileImport.optCouplesReturn == i ? "(o) " : "( ) ") << i << " "
-             << kCouples[i] << "\n";
+             << profileT1CouplesCaptions()[static_cast<size_t>(i)] << "\n";
       out_ << "couples N\n";
     } else if (page == frmImportProfileT1::kDuplicatesPage) {
       showDuplicates(t1_->contactDuplicates(), "sin|name|client-id");
@@ -130,6 +137,35 @@ class ProfileWizardTerminal {
          << std::flush;
   }
 
+  // Runs a command that scans the folder with the scan's panels drawn as the host's progress
+  // line: the folder-scan panel's folder, then the progress panel's label and bar.
+  void withScanProgress(const std::function<void()>& work) {
+    const auto& make = moduleState().makeProgressDialog;
+    std::unique_ptr<ProgressDialog> dialog = make ? make() : nullptr;
+    if (dialog == nullptr) {
+      work();
+      return;
+    }
+    std::string shown;
+    w_.progressChanged = [&] {
+      const ProfileProgressPanel& panel = w_.fraProgress;
+      const std::string caption = panel.visible             ? panel.label
+                                  : w_.fraFolderScanVisible ? w_.lblFolderName
+                                                            : shown;
+      if (panel.visible) {
+        dialog->setMaximum(panel.count);
+        dialog->setValue(panel.position);
+      }
+      if (caption != shown) dialog->setCaption(shown = caption);
+    };
+    dialog->setMinimum(0);
+    dialog->showDialog([&] {
+      work();
+      dialog->closeDialog();
+    });
+    w_.progressChanged = nullptr;
+  }
+
   ImportDuplicatesControl* duplicates() {
     if (t2_ != nullptr) return &t2_->companyDuplicates();
     return w_.freStep() == frmImportProfileT1::kBusinessPage
@@ -144,7 +180,9 @@ class ProfileWizardTerminal {
     std::getline(words, arg);
     arg = GU::trim(arg);
     const int n = std::atoi(arg.c_str());
-    if (c == "next") {
+    if (c == "next" && w_.freStep() == 0) {
+      withScanProgress([&] { w_.cmdNext_Click(); });
+    } else if (c == "next") {
       w_.cmdNext_Click();
     } else if (c == "back") {
       w_.cmdBack_Click();
@@ -233,7 +271,7 @@ ProfilePasswordEntry ProfilePasswordTerminal::ask(const std::string& title,
     }
     form.cmdOK_Click();
   }
-  return {form.text(), form.rememberPassword()};
+  return {form.text(), form.rememberPassword(), false};
 }
 
 }  // namespace lf

@@ -124,4 +124,47 @@ TEST_F(ProfileUpdateCommand, NewReturnIsSavedUnderTheClientsNameAndStored) {
   EXPECT_FALSE(fs::exists(dir / "Temp" / "Template.16T"));
 }
 
+TEST_F(ProfileUpdateCommand, CancelsAreSkippedRowsThatWriteNothing) {
+  const std::string year = sqlValue(practice, "SELECT TaxYear FROM PersonalTaxProfileInfo");
+  const std::string saveTo = (dir / "new").string();
+  fs::create_directories(saveTo);
+  auto answering = [&](const std::string& json) {
+    const std::string path = (dir / "cancel.json").string();
+    std::ofstream(path) << json;
+    return " --answers " + path;
+  };
+  // The Yes/No/Cancel question of the stored file.
+  sqlite3* handle = nullptr;
+  sqlite3_open(practice.c_str(), &handle);
+  sqlite3_exec(handle, "UPDATE Contacts SET HomeCity='Kingston';", nullptr, nullptr, nullptr);
+  sqlite3_close(handle);
+  CommandRun run = lfimport(
+      "profile update --practice " + practice + " --contact 1 --year " + year +
+      answering(R"({"questions": {"default": "yes", "answers": {"The file we last": "cancel"}}})"));
+  EXPECT_EQ(run.exitCode, 0) << run.out;
+  EXPECT_NE(run.out.find("-> cancel (answers)"), std::string::npos);
+  EXPECT_EQ(fieldsOf(ret)["T1Info.S[8]"], "Oldtown");
+
+  // The year question, from the answers file and at a terminal whose input ends.
+  const std::string newReturn = "profile new-return --practice " + practice +
+                                " --contact 1 --working-folder " + dir.string() + " --save-to " +
+                                saveTo;
+  run = lfimport(newReturn + answering(R"({"questions": {"answers": {"Select year": "cancel"}}})"));
+  EXPECT_EQ(run.exitCode, 0) << run.out;
+  run = lfimport(newReturn + " --interactive");
+  EXPECT_EQ(run.exitCode, 0) << run.out;
+  EXPECT_NE(run.out.find("Select year for new Profile T1 file:"), std::string::npos);
+  EXPECT_TRUE(fs::is_empty(saveTo));
+
+  // The wait for Profile, with the year from the answers file.
+  run = lfimport(newReturn + answering(R"({"year": 2016, "questions": {"answers":
+                                           {"Connecting with Profile": "cancel"}}})"));
+  EXPECT_EQ(run.exitCode, 0) << run.out;
+  EXPECT_NE(run.out.find("was not able to connect to the new Profile file."), std::string::npos);
+  EXPECT_TRUE(fs::exists(fs::path(saveTo) / "Template.16T"));
+  EXPECT_EQ(sqlValue(practice,
+                     "SELECT ProfileFileLocation FROM PersonalTaxProfileInfo WHERE TaxYear=2016"),
+            "");
+}
+
 }  // namespace

@@ -8,8 +8,11 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/module_state.hpp"
 #include "host/file_dialog.hpp"
+#include "host/progress_dialog.hpp"
 #include "tax/profile_question_forms.hpp"
+#include "tax/profile_t1_option_captions.hpp"
 #include "tax/profile_wizard_answers.hpp"
 #include "tax/profile_wizard_terminal.hpp"
 #include "tests/tax/profile_test_support.hpp"
@@ -95,6 +98,127 @@ TEST_F(ProfileWizardTest, T1FolderPageRefusesAMissingFolderAndScansAGoodOne) {
   w.cmdBack_Click();
   EXPECT_EQ(w.freStep(), 0);
   EXPECT_EQ(w.File1.size(), 4u);
+}
+
+// The panels of the files page as one line: the folder-scan panel, the progress panel, and
+// whether the selection buttons are enabled.
+std::string panels(const ProfileImportWizard& w) {
+  std::string line = w.fraFolderScanVisible ? "scan " + w.lblFolderName : "-";
+  line += " | ";
+  line += w.fraProgress.visible
+              ? w.fraProgress.label + " " + std::to_string(w.fraProgress.position) + "/" +
+                    std::to_string(w.fraProgress.count)
+              : "-";
+  return line + (w.cmdSelectAllEnabled() ? " +select" : "");
+}
+
+TEST_F(ProfileWizardTest, T1ScanShowsItsPanelsAndEnablesSelectionWhenItFindsFiles) {
+  writeReturn("Hill.16T", 2016, taxpayer("046454286", "Tom", "Hill"));
+  writeReturn("Ash.15t", 2015, taxpayer("193456787", "Ada", "Ash"));
+  std::ofstream(folder / "notes.txt") << "not a return";
+  frmImportProfileT1 w;
+  std::vector<std::string> seen;
+  w.progressChanged = [&] { seen.push_back(panels(w)); };
+  toFiles(w);
+  const std::string f = folder.string();
+  const std::string populating = "Populating Profile list, Please wait ...";
+  EXPECT_THAT(seen,
+              ElementsAre("scan  | -", "scan " + f + " | -",
+                          "scan " + f + " | " + populating + " 0/2 +select",
+                          "scan " + f + " | " + populating + " 1/2 +select",
+                          "scan " + f + " | " + populating + " 2/2 +select", "- | - +select"));
+
+  // A folder without returns: the bar of nothing, and the selection buttons stay disabled.
+  std::filesystem::create_directories(folder / "empty");
+  seen.clear();
+  w.cmdBack_Click();
+  w.txtFileLocation = (folder / "empty").string();
+  w.cmdNext_Click();
+  EXPECT_EQ(seen.at(2), "scan " + w.txtFileLocation + " | " + populating + " 0/0");
+  EXPECT_EQ(seen.back(), "- | -");
+  w.cmdSelectAll_Click(0);
+  EXPECT_EQ(w.cmdSelectAllCaption(), "Select All");
+}
+
+// A progress dialog that keeps what it was told.
+class RecordingProgress : public ProgressDialog {
+ public:
+  explicit RecordingProgress(std::vector<std::string>& said) : said_(said) {}
+  void setTextAlignment(int) override {}
+  void setMinimum(long) override {}
+  void setMaximum(long maximum) override { maximum_ = maximum; }
+  void setShowPercent(bool) override {}
+  void setStep(long) override {}
+  void setShowCancel(bool) override {}
+  void setDelay(long) override {}
+  void setCaption(std::string_view caption) override { said_.emplace_back(caption); }
+  long getValue() override { return value_; }
+  void setValue(long value) override {
+    value_ = value;
+    said_.push_back(std::to_string(value) + " of " + std::to_string(maximum_));
+  }
+  void showDialog(const std::function<void()>& startProgress) override { startProgress(); }
+  void closeDialog() override { said_.push_back("closed"); }
+
+ private:
+  std::vector<std::string>& said_;
+  long maximum_ = 0, value_ = 0;
+};
+
+TEST_F(ProfileWizardTest, TerminalDrawsTheScanAsAProgressLineAndShowsEveryOptionCaption) {
+  writeFolder();
+  std::vector<std::string> said;
+  moduleState().makeProgressDialog = [&]() -> std::unique_ptr<ProgressDialog> {
+    return std::make_unique<RecordingProgress>(said);
+  };
+  frmImportProfileT1 w;
+  std::istringstream in("folder " + folder.string() +
+                        "\nnext\nnext\nadvanced\ntick 13\nnext\nnext\ncancel\n");
+  std::ostringstream out;
+  EXPECT_FALSE(runProfileWizardAtTerminal(w, in, out));
+  EXPECT_THAT(said,
+              ElementsAre(folder.string(), "0 of 4", "Populating Profile list, Please wait ...",
+                          "1 of 4", "2 of 4", "3 of 4", "4 of 4", "closed"));
+
+  const std::string text = out.str();
+  EXPECT_THAT(text, ::testing::HasSubstr(
+                        "[x] 13 If Line130 - 'Other Income' in Profile then check 'Other Income'"));
+  EXPECT_THAT(text, ::testing::HasSubstr("[ ] 38 If Line340 - "));
+  EXPECT_THAT(text, ::testing::HasSubstr("Spouse Information Import\nThis only applies if you "
+                                         "check the checkbox which will bring the spouse "
+                                         "information as a separate individual.\n"));
+  EXPECT_THAT(text, ::testing::HasSubstr(
+                        "[ ] 33 If T1Info.B[7] - 'Self Employed Spouse' in Profile then check "
+                        "'Self Employment Income'"));
+  EXPECT_THAT(text, ::testing::HasSubstr("[ ] 16 If Line166 - 'Commission income' in Profile "
+                                         "then check 'Self Employment Commission'"));
+  for (const char* caption : {"Select The Files You Want To Import\n", "File Selection Options\n",
+                              "[ ] Select Only Clients Not Already Entered In Ledgerfolio.",
+                              "[ ] Select Only Tax File From The  Tax Year",
+                              "Profile T1 Import Options\n", "Couples Returns Options\n"})
+    EXPECT_THAT(text, ::testing::HasSubstr(caption));
+  for (const std::string& caption : profileT1CouplesCaptions())
+    EXPECT_THAT(text, ::testing::HasSubstr(caption));
+  EXPECT_EQ(profileT1CouplesCaptions()[0],
+            "Import the husband and wife into Ledgerfolio as two separate entries.");
+  EXPECT_EQ(profileT1CouplesCaptions()[1], "Import only the primary individual into Ledgerfolio.");
+}
+
+TEST_F(ProfileWizardTest, AnswersNameOptionsByCaptionOrKey) {
+  ProfileT1Answers a = parseProfileT1Answers(
+      R"({"options": [0, "If Line130 - 'Other Income' in Profile then check 'Other Income'",
+                      "line349", "Schedule4[30]"],
+          "couples": "Import only the primary individual into Ledgerfolio."})",
+      "");
+  EXPECT_THAT(a.options, ElementsAre(0, 13, 27, 30));
+  EXPECT_EQ(a.couples, 1);
+  EXPECT_EQ(profileT1OptionOfName("Line342"), 37);
+  try {
+    parseProfileT1Answers(R"({"options": ["Line999"]})", "");
+    ADD_FAILURE() << "read";
+  } catch (const Failure& f) {
+    EXPECT_THAT(f.what(), ::testing::HasSubstr("(\"Line999\" is none)"));
+  }
 }
 
 TEST_F(ProfileWizardTest, T1EmptyFolderAndNoTicksAreRefused) {
