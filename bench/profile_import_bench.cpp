@@ -8,20 +8,14 @@
 // written rows (one prepared INSERT per table, one transaction) with the ratio of the two
 // times; target within 5 times. LF_BENCH_RETURNS sets the number of returns for a quick run.
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
-#include <sys/resource.h>
 
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
-#include "base/module_state.hpp"
-#include "db/database_factory.hpp"
-#include "db/practice_database.hpp"
-#include "host/practice_host_services.hpp"
 #include "host/practice_import_duplicates.hpp"
-#include "raw_load.hpp"
+#include "practice_setup.hpp"
 #include "tax/profile_return_file.hpp"
 #include "tax/profile_stand_in.hpp"
 #include "tax/profile_t1_import.hpp"
@@ -37,12 +31,6 @@ long returnCount() {
 }
 long corporateCount() {
   return std::max(1L, returnCount() / 4);
-}
-
-double peakMegabytes() {
-  struct rusage usage {};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss / 1024.0;
 }
 
 void writeReturns(const fs::path& folder, long count) {
@@ -110,35 +98,16 @@ void BM_ProfileImport(benchmark::State& state) {
   const long count = returnCount();
   writeReturns(returns, count);
   for (auto _ : state) {
-    const std::string practicePath = (folder / "practice.db").string();
-    const std::string seededPath = (folder / "seeded.db").string();
-    const std::string rawPath = (folder / "raw.db").string();
-    for (const std::string& p : {practicePath, seededPath, rawPath}) fs::remove(p);
     lf::PracticeSeed seed;
     seed.currentYear = 2025;
-    createPracticeDatabase(seededPath, seed).reset();
-    fs::copy_file(seededPath, practicePath);
-
-    lf::DatabaseOptions options;
-    options.practice = true;
-    std::unique_ptr<lf::Database> practice = lf::openDatabase(practicePath, options);
-    lf::PracticeLocale locale(*practice);
-    lf::PracticeClientDropDown dropDown(*practice);
-    lf::bench::CountingErrorService errors;
-    lf::bench::NoMessageBox messages;
+    lf::bench::BenchPractice practice(folder, seed);
+    practice.installInModuleState();
     lf::setProfileObjectFactory(std::make_shared<lf::ProfileStandInFactory>());
 
     const auto start = std::chrono::steady_clock::now();
     long imported = 0;
     {
       lf::clsImportProfileT1 import;
-      lf::ModuleState& module = lf::moduleState();
-      module.DatabaseReference = practice.get();
-      module.errorClass = &errors;
-      module.errorClassIsSet = true;
-      module.MsgboxClass = &messages;
-      module.LocaleReference = &locale;
-      module.clientDropDownCtrlReference = &dropDown;
       lf::PracticeImportDuplicates contacts(lf::PracticeImportDuplicates::Contact);
       contacts.setCheckingOn(true);
       contacts.setMatchBy(lf::kMatchBySIN);
@@ -166,38 +135,20 @@ void BM_ProfileImport(benchmark::State& state) {
     }
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    const double memory = peakMegabytes();
-    practice.reset();
-    lf::moduleState() = lf::ModuleState{};
+    const double memory = lf::bench::peakMegabytes();
     lf::setProfileObjectFactory(nullptr);
-
-    sqlite3 *after = nullptr, *before = nullptr;
-    sqlite3_open_v2(practicePath.c_str(), &after, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_open_v2(seededPath.c_str(), &before, SQLITE_OPEN_READONLY, nullptr);
-    long written = 0;
-    for (const std::string& table : lf::bench::tableNames(after))
-      written += lf::bench::rowCount(after, table) - lf::bench::rowCount(before, table);
-    sqlite3_close(after);
-    sqlite3_close(before);
-    {
-      std::unique_ptr<lf::Database> empty = lf::createDatabase(rawPath);
-      lf::createPracticeTables(*empty);
-    }
-    const auto rawStart = std::chrono::steady_clock::now();
-    const long copied = lf::bench::rawLoad(practicePath, seededPath, rawPath);
-    const double rawSeconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - rawStart).count();
+    const lf::bench::RawLoadFigures raw = practice.finish();
 
     state.SetIterationTime(seconds);
     state.counters["returns"] = static_cast<double>(count + corporateCount());
     state.counters["contacts_imported"] = static_cast<double>(imported);
     state.counters["returns_per_second"] = (count + corporateCount()) / seconds;
-    state.counters["rows_written"] = static_cast<double>(written);
-    state.counters["raw_rows_loaded"] = static_cast<double>(copied);
-    state.counters["raw_load_seconds"] = rawSeconds;
-    state.counters["import_to_raw_ratio"] = seconds / rawSeconds;
+    state.counters["rows_written"] = static_cast<double>(raw.written);
+    state.counters["raw_rows_loaded"] = static_cast<double>(raw.copied);
+    state.counters["raw_load_seconds"] = raw.seconds;
+    state.counters["import_to_raw_ratio"] = seconds / raw.seconds;
     state.counters["peak_memory_MB"] = memory;
-    state.counters["errors"] = static_cast<double>(errors.errors);
+    state.counters["errors"] = static_cast<double>(practice.errors.errors);
   }
   fs::remove_all(folder);
 }

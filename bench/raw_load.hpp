@@ -1,15 +1,18 @@
-// What the import benchmarks share: quiet host services, row counts, and the raw load that
-// an import's time is compared with (the rows the import wrote, copied into an empty practice
-// schema by one prepared INSERT per table in one transaction).
+// What the import benchmarks share: quiet host services, process figures, row counts, and the
+// raw load that an import's time is compared with (the rows the import wrote, copied into an
+// empty practice schema by one prepared INSERT per table in one transaction).
 #pragma once
 
 #include <sqlite3.h>
 #include <sys/resource.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
 #include "base/error_service.hpp"
+#include "db/database_factory.hpp"
+#include "db/practice_database.hpp"
 #include "host/message_box.hpp"
 
 namespace lf::bench {
@@ -37,6 +40,14 @@ inline double cpuSeconds() {
   getrusage(RUSAGE_SELF, &usage);
   auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
   return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+// Peak resident memory of the process so far (ru_maxrss), in megabytes: it only grows, so a
+// later benchmark of the same program shows the largest so far.
+inline double peakMegabytes() {
+  struct rusage usage {};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss / 1024.0;
 }
 
 inline std::vector<std::string> tableNames(sqlite3* db) {
@@ -110,6 +121,37 @@ inline long rawLoad(const std::string& from, const std::string& seeded, const st
   sqlite3_close(dst);
   sqlite3_close(src);
   return copied;
+}
+
+// What an import wrote and how long its raw load took.
+struct RawLoadFigures {
+  long written = 0;  // rows of the practice database beyond the seeded ones
+  long copied = 0;   // rows the raw load copied
+  double seconds = 0;
+  double cpuSeconds = 0;
+};
+
+// REQUIRES: `practice` (closed) is `seeded` with an import's rows added; nothing stands at
+// `raw`. Counts the rows the import wrote, makes `raw` an empty practice schema and times the
+// raw load of those rows into it.
+inline RawLoadFigures rawLoadOfImport(const std::string& practice, const std::string& seeded,
+                                      const std::string& raw) {
+  RawLoadFigures figures;
+  sqlite3 *after = nullptr, *before = nullptr;
+  sqlite3_open_v2(practice.c_str(), &after, SQLITE_OPEN_READONLY, nullptr);
+  sqlite3_open_v2(seeded.c_str(), &before, SQLITE_OPEN_READONLY, nullptr);
+  for (const std::string& table : tableNames(after))
+    figures.written += rowCount(after, table) - rowCount(before, table);
+  sqlite3_close(after);
+  sqlite3_close(before);
+  createPracticeTables(*createDatabase(raw));
+
+  const auto start = std::chrono::steady_clock::now();
+  const double cpuStart = cpuSeconds();
+  figures.copied = rawLoad(practice, seeded, raw);
+  figures.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  figures.cpuSeconds = cpuSeconds() - cpuStart;
+  return figures;
 }
 
 }  // namespace lf::bench

@@ -9,8 +9,6 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
-#include <sys/resource.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -19,13 +17,8 @@
 #include <memory>
 #include <string>
 
-#include "base/module_state.hpp"
-#include "db/database.hpp"
-#include "db/practice_database.hpp"
-#include "db/practice_schema.hpp"
-#include "host/practice_host_services.hpp"
 #include "host/run_report.hpp"
-#include "raw_load.hpp"
+#include "practice_setup.hpp"
 #include "sync/sync_engine.hpp"
 
 namespace lf::bench {
@@ -71,68 +64,30 @@ inline void runSyncBenchmark(
   }
 
   for (auto _ : state) {
-    const std::string practicePath = (folder / "practice.db").string();
-    const std::string seededPath = (folder / "seeded.db").string();
-    const std::string rawPath = (folder / "raw.db").string();
-    for (const std::string& p : {practicePath, seededPath, rawPath}) fs::remove(p);
-    PracticeSeed seed;
-    createPracticeDatabase(seededPath, seed).reset();
-    fs::copy_file(seededPath, practicePath);
-
-    auto practice = std::make_unique<Database>();
-    practice->setDatabasePath(practicePath);
-    practice->setWriteAheadLog(true);
-    practice->connect(2);
-    PracticeLocale locale(*practice);
-    PracticeClientDropDown dropDown(*practice);
-    CountingErrorService errors;
-    NoMessageBox messages;
+    BenchPractice practice(folder, PracticeSeed{});
     RunReport report;
 
     const auto start = std::chrono::steady_clock::now();
-    sync(exportPath, {*practice, locale, dropDown, errors, messages, report});
+    sync(exportPath, {practice.db(), practice.locale, practice.dropDown, practice.errors,
+                      practice.messages, report});
     const double syncSeconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    practice.reset();
-    moduleState() = ModuleState{};
-
-    // Rows written: the rows of the practice database beyond the seeded ones.
-    sqlite3 *after = nullptr, *before = nullptr;
-    sqlite3_open_v2(practicePath.c_str(), &after, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_open_v2(seededPath.c_str(), &before, SQLITE_OPEN_READONLY, nullptr);
-    long written = 0;
-    for (const std::string& table : tableNames(after))
-      written += rowCount(after, table) - rowCount(before, table);
-    sqlite3_close(after);
-    sqlite3_close(before);
-
-    // The raw load: the same rows into an empty practice schema.
-    {
-      Database empty;
-      empty.createNew(rawPath);
-      createPracticeTables(empty);
-    }
-    const auto rawStart = std::chrono::steady_clock::now();
-    const long copied = rawLoad(practicePath, seededPath, rawPath);
-    const double rawSeconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - rawStart).count();
+    const RawLoadFigures raw = practice.finish();
 
     long sourceRows = 0;
     const nlohmann::json summary = report.toJson();
     for (const nlohmann::json& stage : summary.at("stages")) sourceRows += stage.value("read", 0L);
-    struct rusage usage {};
-    getrusage(RUSAGE_SELF, &usage);
 
     state.SetIterationTime(syncSeconds);
     state.counters["sync_seconds"] = syncSeconds;
     state.counters["source_rows"] = static_cast<double>(sourceRows);
     state.counters["source_rows_per_second"] = sourceRows / syncSeconds;
-    state.counters["rows_written"] = static_cast<double>(written);
-    state.counters["raw_rows_loaded"] = static_cast<double>(copied);
-    state.counters["raw_load_seconds"] = rawSeconds;
-    state.counters["sync_to_raw_ratio"] = syncSeconds / rawSeconds;
-    state.counters["peak_memory_MB"] = usage.ru_maxrss / 1024.0;
-    state.counters["errors"] = static_cast<double>(errors.errors);
+    state.counters["rows_written"] = static_cast<double>(raw.written);
+    state.counters["raw_rows_loaded"] = static_cast<double>(raw.copied);
+    state.counters["raw_load_seconds"] = raw.seconds;
+    state.counters["sync_to_raw_ratio"] = syncSeconds / raw.seconds;
+    state.counters["peak_memory_MB"] = peakMegabytes();
+    state.counters["errors"] = static_cast<double>(practice.errors.errors);
   }
   fs::remove_all(folder);
 }

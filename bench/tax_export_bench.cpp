@@ -8,7 +8,6 @@
 // times, wall clock and CPU (target: within 5 times). LF_BENCH_ROWS scales the client count (per
 // 100,000).
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -16,13 +15,8 @@
 #include <fstream>
 #include <string>
 
-#include "base/module_state.hpp"
-#include "db/database_factory.hpp"
-#include "db/practice_database.hpp"
-#include "db/practice_schema.hpp"
-#include "host/practice_host_services.hpp"
 #include "host/run_report.hpp"
-#include "raw_load.hpp"
+#include "practice_setup.hpp"
 #include "tax/cantax_import_wizard.hpp"
 #include "tax/cantax_t1_repair.hpp"
 #include "tax/drtax_import_wizard.hpp"
@@ -92,27 +86,8 @@ void runImport(benchmark::State& state, std::string (*row)(long), const char* fi
   const fs::path file = folder / fileName;
   std::ofstream(file, std::ios::binary) << exportText(row);
   for (auto _ : state) {
-    const std::string practicePath = (folder / "practice.db").string();
-    const std::string seededPath = (folder / "seeded.db").string();
-    const std::string rawPath = (folder / "raw.db").string();
-    for (const std::string& p : {practicePath, seededPath, rawPath}) fs::remove(p);
-    lf::PracticeSeed seed;
-    createPracticeDatabase(seededPath, seed).reset();
-    fs::copy_file(seededPath, practicePath);
-    lf::DatabaseOptions options;
-    options.practice = true;
-    std::unique_ptr<lf::Database> practice = lf::openDatabase(practicePath, options);
-    lf::PracticeLocale locale(*practice);
-    lf::PracticeClientDropDown dropDown(*practice);
-    lf::bench::CountingErrorService errors;
-    lf::bench::NoMessageBox messages;
-    lf::ModuleState& module = lf::moduleState();
-    module.DatabaseReference = practice.get();
-    module.errorClass = &errors;
-    module.errorClassIsSet = true;
-    module.MsgboxClass = &messages;
-    module.LocaleReference = &locale;
-    module.clientDropDownCtrlReference = &dropDown;
+    lf::bench::BenchPractice practice(folder, lf::PracticeSeed{});
+    practice.installInModuleState();
     lf::StageCounters counters;
     bool imported = false;
     const auto start = std::chrono::steady_clock::now();
@@ -134,26 +109,7 @@ void runImport(benchmark::State& state, std::string (*row)(long), const char* fi
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     const double cpu = lf::bench::cpuSeconds() - cpuStart;
-    practice.reset();
-    lf::moduleState() = lf::ModuleState{};
-    sqlite3 *after = nullptr, *before = nullptr;
-    sqlite3_open_v2(practicePath.c_str(), &after, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_open_v2(seededPath.c_str(), &before, SQLITE_OPEN_READONLY, nullptr);
-    long written = 0;
-    for (const std::string& table : lf::bench::tableNames(after))
-      written += lf::bench::rowCount(after, table) - lf::bench::rowCount(before, table);
-    sqlite3_close(after);
-    sqlite3_close(before);
-    {
-      std::unique_ptr<lf::Database> empty = lf::createDatabase(rawPath);
-      lf::createPracticeTables(*empty);
-    }
-    const auto rawStart = std::chrono::steady_clock::now();
-    const double rawCpuStart = lf::bench::cpuSeconds();
-    const long copied = lf::bench::rawLoad(practicePath, seededPath, rawPath);
-    const double rawSeconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - rawStart).count();
-    const double rawCpu = lf::bench::cpuSeconds() - rawCpuStart;
+    const lf::bench::RawLoadFigures raw = practice.finish();
 
     state.SetIterationTime(seconds);
     state.counters["imported"] = imported;
@@ -161,12 +117,12 @@ void runImport(benchmark::State& state, std::string (*row)(long), const char* fi
     state.counters["created"] = static_cast<double>(counters.created);
     state.counters["failed"] = static_cast<double>(counters.failed);
     state.counters["clients_per_second"] = counters.read / seconds;
-    state.counters["rows_written"] = static_cast<double>(written);
-    state.counters["raw_rows_loaded"] = static_cast<double>(copied);
-    state.counters["raw_load_seconds"] = rawSeconds;
-    state.counters["import_to_raw_ratio"] = seconds / rawSeconds;
-    state.counters["import_to_raw_cpu_ratio"] = cpu / rawCpu;
-    state.counters["errors"] = static_cast<double>(errors.errors);
+    state.counters["rows_written"] = static_cast<double>(raw.written);
+    state.counters["raw_rows_loaded"] = static_cast<double>(raw.copied);
+    state.counters["raw_load_seconds"] = raw.seconds;
+    state.counters["import_to_raw_ratio"] = seconds / raw.seconds;
+    state.counters["import_to_raw_cpu_ratio"] = cpu / raw.cpuSeconds;
+    state.counters["errors"] = static_cast<double>(practice.errors.errors);
   }
   fs::remove_all(folder);
 }

@@ -11,8 +11,6 @@
 // within 5 times the raw load; memory under 3 times the file's size plus 200 MB. LF_BENCH_ROWS
 // scales the row counts down for a quick run.
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
-#include <sys/resource.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -21,14 +19,9 @@
 #include <random>
 #include <string>
 
-#include "base/module_state.hpp"
-#include "db/database_factory.hpp"
-#include "db/practice_database.hpp"
-#include "db/practice_schema.hpp"
-#include "host/practice_host_services.hpp"
 #include "host/practice_import_duplicates.hpp"
 #include "host/run_report.hpp"
-#include "raw_load.hpp"
+#include "practice_setup.hpp"
 #include "text/cls_import_business_text_file.hpp"
 #include "text/cls_import_personal_text_file.hpp"
 
@@ -86,12 +79,6 @@ void writeFile(const fs::path& path, long rows, std::string (*row)(std::mt19937&
   out << chunk;
 }
 
-double peakMegabytes() {
-  struct rusage usage {};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss / 1024.0;
-}
-
 void BM_ReadClientFile(benchmark::State& state) {
   const fs::path file = fs::temp_directory_path() / "lf_text_bench_read.csv";
   writeFile(file, 0, personalRow, scaled(100000) * 1000);  // about 100 MB at full scale
@@ -112,7 +99,7 @@ void BM_ReadClientFile(benchmark::State& state) {
   state.counters["file_MB"] = megabytes;
   state.counters["MB_per_second"] =
       benchmark::Counter(megabytes, benchmark::Counter::kIsIterationInvariantRate);
-  state.counters["peak_memory_MB"] = peakMegabytes();
+  state.counters["peak_memory_MB"] = lf::bench::peakMegabytes();
   fs::remove(file);
 }
 
@@ -134,28 +121,8 @@ void runImport(benchmark::State& state, bool personal) {
   const long rows = scaled(personal ? 100000 : 20000);
   writeFile(file, rows, personal ? personalRow : businessRow);
   for (auto _ : state) {
-    const std::string practicePath = (folder / "practice.db").string();
-    const std::string seededPath = (folder / "seeded.db").string();
-    const std::string rawPath = (folder / "raw.db").string();
-    for (const std::string& p : {practicePath, seededPath, rawPath}) fs::remove(p);
-    lf::PracticeSeed seed;
-    createPracticeDatabase(seededPath, seed).reset();
-    fs::copy_file(seededPath, practicePath);
-
-    lf::DatabaseOptions options;
-    options.practice = true;
-    std::unique_ptr<lf::Database> practice = lf::openDatabase(practicePath, options);
-    lf::PracticeLocale locale(*practice);
-    lf::PracticeClientDropDown dropDown(*practice);
-    lf::bench::CountingErrorService errors;
-    lf::bench::NoMessageBox messages;
-    lf::ModuleState& module = lf::moduleState();
-    module.DatabaseReference = practice.get();
-    module.errorClass = &errors;
-    module.errorClassIsSet = true;
-    module.MsgboxClass = &messages;
-    module.LocaleReference = &locale;
-    module.clientDropDownCtrlReference = &dropDown;
+    lf::bench::BenchPractice practice(folder, lf::PracticeSeed{});
+    practice.installInModuleState();
     lf::StageCounters counters;
 
     const auto start = std::chrono::steady_clock::now();
@@ -178,13 +145,13 @@ void runImport(benchmark::State& state, bool personal) {
         // The category of the import's own tax year: the client's values are written to
         // that year's personal-tax row.
         long year = import.importTaxYear;
-        import.importCategory = dropDown.getCategoryForYear(year, "");
+        import.importCategory = practice.dropDown.getCategoryForYear(year, "");
         assign(import,
                {"FirstName", "LastName", "SocialInsuranceNumber", "HomeAddress1", "HomeAddress2",
                 "HomeCity", "HomePostalCode", "BusinessAddress1", "BusinessCity",
                 "BusinessPostalCode", "HomePhone_Main", "BusinessPhone_Main", "Birthday", "Notes"});
       } else {
-        import.importCategory = dropDown.getCurrentCategoryID();
+        import.importCategory = practice.dropDown.getCurrentCategoryID();
         import.companyDuplicatesControl = &companies;
         assign(import, {"CompanyName", "CorporateName", "ClientID", "BusinessNumber", "Address1",
                         "City", "PostalCode", "OfficeNumber", "CompanyType", "FinancialStatements",
@@ -196,28 +163,8 @@ void runImport(benchmark::State& state, bool personal) {
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     const double cpu = lf::bench::cpuSeconds() - cpuStart;
-    const double memory = peakMegabytes();
-    practice.reset();
-    lf::moduleState() = lf::ModuleState{};
-
-    sqlite3 *after = nullptr, *before = nullptr;
-    sqlite3_open_v2(practicePath.c_str(), &after, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_open_v2(seededPath.c_str(), &before, SQLITE_OPEN_READONLY, nullptr);
-    long written = 0;
-    for (const std::string& table : lf::bench::tableNames(after))
-      written += lf::bench::rowCount(after, table) - lf::bench::rowCount(before, table);
-    sqlite3_close(after);
-    sqlite3_close(before);
-    {
-      std::unique_ptr<lf::Database> empty = lf::createDatabase(rawPath);
-      lf::createPracticeTables(*empty);
-    }
-    const auto rawStart = std::chrono::steady_clock::now();
-    const double rawCpuStart = lf::bench::cpuSeconds();
-    const long copied = lf::bench::rawLoad(practicePath, seededPath, rawPath);
-    const double rawSeconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - rawStart).count();
-    const double rawCpu = lf::bench::cpuSeconds() - rawCpuStart;
+    const double memory = lf::bench::peakMegabytes();
+    const lf::bench::RawLoadFigures raw = practice.finish();
 
     const double fileMegabytes = static_cast<double>(fs::file_size(file)) / (1 << 20);
     state.SetIterationTime(seconds);
@@ -225,15 +172,15 @@ void runImport(benchmark::State& state, bool personal) {
     state.counters["created"] = static_cast<double>(counters.created);
     state.counters["failed"] = static_cast<double>(counters.failed);
     state.counters["rows_per_second"] = counters.read / seconds;
-    state.counters["rows_written"] = static_cast<double>(written);
-    state.counters["raw_rows_loaded"] = static_cast<double>(copied);
-    state.counters["raw_load_seconds"] = rawSeconds;
-    state.counters["import_to_raw_ratio"] = seconds / rawSeconds;
-    state.counters["import_to_raw_cpu_ratio"] = cpu / rawCpu;
+    state.counters["rows_written"] = static_cast<double>(raw.written);
+    state.counters["raw_rows_loaded"] = static_cast<double>(raw.copied);
+    state.counters["raw_load_seconds"] = raw.seconds;
+    state.counters["import_to_raw_ratio"] = seconds / raw.seconds;
+    state.counters["import_to_raw_cpu_ratio"] = cpu / raw.cpuSeconds;
     state.counters["file_MB"] = fileMegabytes;
     state.counters["peak_memory_MB"] = memory;
     state.counters["memory_limit_MB"] = 3 * fileMegabytes + 200;
-    state.counters["errors"] = static_cast<double>(errors.errors);
+    state.counters["errors"] = static_cast<double>(practice.errors.errors);
   }
   fs::remove_all(folder);
 }

@@ -17,36 +17,14 @@
 #include <string_view>
 #include <vector>
 
-#include "base/module_state.hpp"
-#include "db/database.hpp"
-#include "db/practice_database.hpp"
-#include "host/practice_host_services.hpp"
+#include "fuzz_practice.hpp"
 #include "text/cls_import_business_text_file.hpp"
 #include "text/cls_import_personal_text_file.hpp"
 
 namespace {
 
-struct Practice {
-  lf::Database db;
-  std::unique_ptr<lf::PracticeLocale> locale;
-  std::unique_ptr<lf::PracticeClientDropDown> dropDown;
-};
-
-std::unique_ptr<Practice> freshPractice() {
-  auto pr = std::make_unique<Practice>();
-  pr->db.createNew(":memory:");
-  lf::createPracticeTables(pr->db);
-  lf::PracticeSeed seed;
-  seed.currentYear = 2025;
-  lf::seedPracticeDatabase(pr->db, seed);
-  pr->locale = std::make_unique<lf::PracticeLocale>(pr->db);
-  pr->dropDown = std::make_unique<lf::PracticeClientDropDown>(pr->db);
-  lf::ModuleState& state = lf::moduleState();
-  state.DatabaseReference = &pr->db;
-  state.LocaleReference = pr->locale.get();
-  state.clientDropDownCtrlReference = pr->dropDown.get();
-  return pr;
-}
+using lf::fuzzing::freshPractice;
+using lf::fuzzing::Practice;
 
 constexpr std::string_view kPersonalFields[] = {
     "FirstName", "LastName",   "SocialInsuranceNumber", "HomeAddress1", "HomePostalCode",

@@ -340,6 +340,12 @@ SyncEngine::KeyResult SyncEngine::syncKey(const SyncStage& stage, const SourceRo
     if (std::optional<std::string> reason = stage.rowFilter(row))
       return {{RecordOutcome::Skipped, *reason}, {}};
   }
+  // The stage's look-up and its creator may both search the recordset it scans: the place is
+  // taken before either, so that a key the export repeats cannot send the scan back.
+  const std::int32_t position = stage.keepsPosition ? row.source.getPosition(row.handle) : 0;
+  auto backInPlace = [&] {
+    if (stage.keepsPosition) row.source.setPosition(row.handle, position);
+  };
   bool isNew = true;
   long known = -1;
   if (stage.clientMatch) {
@@ -350,13 +356,14 @@ SyncEngine::KeyResult SyncEngine::syncKey(const SyncStage& stage, const SourceRo
     known = stage.findKnown ? stage.findKnown(key) : xref_.find(stage.crossReference, key);
     isNew = known == -1;
   }
-  if (stage.onlyNewEntriesApply && options_.importOnlyNewEntries && !isNew)
+  if (stage.onlyNewEntriesApply && options_.importOnlyNewEntries && !isNew) {
+    backInPlace();
     return {{RecordOutcome::Skipped, "known from an earlier run (only new entries)"}, {}};
+  }
 
   skipReason_.clear();
-  const std::int32_t position = stage.keepsPosition ? row.source.getPosition(row.handle) : 0;
   const long result = stage.create(key, known);
-  if (stage.keepsPosition) row.source.setPosition(row.handle, position);
+  backInPlace();
   beforeCrossReference();
   xref_.store(stage.crossReference, result, key);
   if (stage.afterSave) stage.afterSave(key, result);

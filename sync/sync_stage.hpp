@@ -80,7 +80,8 @@ struct SyncStage {
   std::string progressCaption{};
   // Whether a row advances the progress bar (the rows counted in the run's total).
   bool stepsProgress = true;
-  // The creator moves in the driving recordset: its position is kept around the creator.
+  // The look-up or the creator moves in the driving recordset: its position is kept around
+  // both.
   bool keepsPosition = false;
 
   // Work before the first row (the personal clients' category).

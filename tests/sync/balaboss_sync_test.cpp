@@ -242,6 +242,24 @@ TEST_F(BalabossSyncTest, AScanWithRepeatedKeysKeepsItsPlaceAroundTheCreator) {
   EXPECT_EQ(engine->ownCounters().at("invoice paragraphs").read, 3);
 }
 
+TEST_F(BalabossSyncTest, AScanWithRepeatedKeysKeepsItsPlaceAroundTheServiceCodeLookUp) {
+  // Service codes are found again by a search of the recordset the stage scans; an export
+  // whose table lost its key may repeat a code's ID, and the scan must still end.
+  exportFile.exec(
+      "DROP TABLE tblTBSvcCode;"
+      "CREATE TABLE tblTBSvcCode (autSvcCodeID, strSvcCode, strSvcCodeDescr, lngSvcCategoryID,"
+      " ysnDefaultBill);"
+      "INSERT INTO tblTBSvcCode VALUES (4, 'BK', 'Bookkeeping', NULL, 1),"
+      " ('4', 'TRN', 'Staff training', NULL, 0), (5, 'FS', 'Financial statements', NULL, 1);");
+  auto engine = makeEngine();
+  engine->setSyncObjects(false, false, false, true);
+  engine->importBalabossInformation();
+  const StageCounters& codes = engine->ownCounters().at("work codes");
+  EXPECT_EQ(codes.read, 3);
+  EXPECT_EQ(codes.failed, 0);
+  EXPECT_EQ(count("SELECT * FROM BillingJobCodes WHERE BillingJobCode='FS';"), 1);
+}
+
 TEST_F(BalabossSyncTest, WIPRowsFollowTheTimeEntryRangeInTheStatement) {
   addWIP(10, 1, "2026-01-10 00:00:00");
   addWIP(15, 1, "2026-01-15 09:30:00");
