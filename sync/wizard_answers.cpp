@@ -9,6 +9,7 @@
 #include "base/failure.hpp"
 #include "base/text_encoding.hpp"
 #include "host/file_dialog.hpp"
+#include "host/import_duplicates_control.hpp"
 #include "sync/sync_wizard.hpp"
 
 namespace lf {
@@ -113,6 +114,29 @@ bool applyDateChoice(SyncWizard& wizard, int step, const WizardAnswers::DateChoi
 }
 
 }  // namespace
+
+Failure answersFieldError(const std::string& name, const std::string& expected) {
+  return Failure("\"" + name + "\" must be " + expected);
+}
+
+int duplicateActionOf(const json& value, const std::string& name) {
+  const std::string word = value.is_string() ? value.get<std::string>() : "";
+  if (word == "skip") return kDuplicateSkip;
+  if (word == "new") return kDuplicateNewClient;
+  if (word == "update") return kDuplicateUpdate;
+  if (word == "ask") return kDuplicateAsk;
+  throw answersFieldError(name, "skip, new, update or ask");
+}
+
+std::vector<std::string> textListOf(const json& value, const std::string& name) {
+  if (!value.is_array()) throw answersFieldError(name, "a list of texts");
+  std::vector<std::string> texts;
+  for (const json& item : value) {
+    if (!item.is_string()) throw answersFieldError(name, "a list of texts");
+    texts.push_back(item.get<std::string>());
+  }
+  return texts;
+}
 
 nlohmann::json parseAnswersObject(const std::string& jsonText) {
   json j;

@@ -81,6 +81,12 @@ std::string readAnswersFileText(const std::string& path);
 // The one JSON object an answers file holds; throws Failure "not valid JSON: ..." (without the
 // parser's own tag) or "it must hold one JSON object".
 nlohmann::json parseAnswersObject(const std::string& jsonText);
+// A field of an answers file in the wrong form: "\"name\" must be <expected>".
+Failure answersFieldError(const std::string& name, const std::string& expected);
+// The duplicate action a field names: "skip", "new", "update" or "ask".
+int duplicateActionOf(const nlohmann::json& value, const std::string& name);
+// A field holding a list of texts.
+std::vector<std::string> textListOf(const nlohmann::json& value, const std::string& name);
 template <class Parse>
 auto readAnswersFile(const std::string& path, Parse&& parse) {
   const std::string text = readAnswersFileText(path);

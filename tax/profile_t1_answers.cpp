@@ -12,7 +12,7 @@ namespace {
 using nlohmann::json;
 
 Failure badField(const std::string& name, const std::string& expected) {
-  return Failure("\"" + name + "\" must be " + expected);
+  return answersFieldError(name, expected);
 }
 
 long wholeNumber(const json& value, const std::string& name, long low, long high) {
@@ -91,27 +91,9 @@ ProfileT1Answers parseProfileT1Answers(const std::string& jsonText, const std::s
     const json& d = j["duplicates"];
     if (!d.is_object()) throw badField("duplicates", "an object");
     if (d.contains("check")) a.duplicateCheck = boolean(d["check"], "duplicates.check");
-    if (d.contains("action")) {
-      std::string word = d["action"].is_string() ? d["action"].get<std::string>() : "";
-      if (word == "skip")
-        a.action = kDuplicateSkip;
-      else if (word == "new")
-        a.action = kDuplicateNewClient;
-      else if (word == "update")
-        a.action = kDuplicateUpdate;
-      else if (word == "ask")
-        a.action = kDuplicateAsk;
-      else
-        throw badField("duplicates.action", "skip, new, update or ask");
-    }
+    if (d.contains("action")) a.action = duplicateActionOf(d["action"], "duplicates.action");
   }
-  if (j.contains("passwords")) {
-    if (!j["passwords"].is_array()) throw badField("passwords", "a list of texts");
-    for (const json& p : j["passwords"]) {
-      if (!p.is_string()) throw badField("passwords", "a list of texts");
-      a.passwords.push_back(p.get<std::string>());
-    }
-  }
+  if (j.contains("passwords")) a.passwords = textListOf(j["passwords"], "passwords");
   if (j.contains("questions"))
     a.questions = parseWizardAnswers(json{{"questions", j["questions"]}}.dump(), "");
   return a;

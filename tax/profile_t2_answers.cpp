@@ -11,7 +11,7 @@ namespace {
 using nlohmann::json;
 
 Failure badField(const std::string& name, const std::string& expected) {
-  return Failure("\"" + name + "\" must be " + expected);
+  return answersFieldError(name, expected);
 }
 
 bool boolean(const json& value, const std::string& name) {
@@ -66,27 +66,9 @@ ProfileT2Answers parseProfileT2Answers(const std::string& jsonText, const std::s
       else
         throw badField("duplicates.matchBy", "business-number or corporate-name");
     }
-    if (d.contains("action")) {
-      const std::string w = word(d["action"]);
-      if (w == "skip")
-        a.action = kDuplicateSkip;
-      else if (w == "new")
-        a.action = kDuplicateNewClient;
-      else if (w == "update")
-        a.action = kDuplicateUpdate;
-      else if (w == "ask")
-        a.action = kDuplicateAsk;
-      else
-        throw badField("duplicates.action", "skip, new, update or ask");
-    }
+    if (d.contains("action")) a.action = duplicateActionOf(d["action"], "duplicates.action");
   }
-  if (j.contains("passwords")) {
-    if (!j["passwords"].is_array()) throw badField("passwords", "a list of texts");
-    for (const json& p : j["passwords"]) {
-      if (!p.is_string()) throw badField("passwords", "a list of texts");
-      a.passwords.push_back(p.get<std::string>());
-    }
-  }
+  if (j.contains("passwords")) a.passwords = textListOf(j["passwords"], "passwords");
   if (j.contains("questions"))
     a.questions = parseWizardAnswers(json{{"questions", j["questions"]}}.dump(), "");
   return a;
