@@ -54,14 +54,7 @@ int runImport(const ImportClientsOptions& o, bool personal) {
 
   HostSession session(o.host);
   RunReport& report = session.report();
-  std::ostream* log = o.host.quiet ? nullptr : &std::cerr;
-  std::unique_ptr<TerminalMessageBox> answersBox;
-  if (!interactive) {
-    answersBox = makeAnswersMessageBox(answers.questions, &report, log);
-    moduleState().MsgboxClass = answersBox.get();
-  } else {
-    session.messages().setInput(&std::cin);
-  }
+  session.answerQuestions(interactive, answers.questions, o.host.quiet);
   moduleState().makeProgressDialog = []() -> std::unique_ptr<ProgressDialog> {
     return std::make_unique<TerminalProgressDialog>();
   };

@@ -42,14 +42,7 @@ int runImportProfileT1(const ImportProfileOptions& o) {
 
   HostSession session(o.host);
   RunReport& report = session.report();
-  std::ostream* log = o.host.quiet ? nullptr : &std::cerr;
-  std::unique_ptr<TerminalMessageBox> answersBox;
-  if (!interactive) {
-    answersBox = makeAnswersMessageBox(answers.questions, &report, log);
-    moduleState().MsgboxClass = answersBox.get();
-  } else {
-    session.messages().setInput(&std::cin);
-  }
+  session.answerQuestions(interactive, answers.questions, o.host.quiet);
   setProfileObjectFactory(makeProfileStandIn(session.practice()));
 
   // Without a folder the wizard starts on the one the user's last import read.

@@ -84,17 +84,10 @@ int runTaxImport(const TaxImportOptions& o, const Route& route) {
 
   HostSession session(o.host);
   RunReport& report = session.report();
-  std::ostream* log = o.host.quiet ? nullptr : &std::cerr;
-  std::unique_ptr<TerminalMessageBox> answersBox;
-  if (!interactive) {
-    // Unattended, the export exists already: going on without saving a template is the
-    // default unless the answers say otherwise.
-    answers.text.questions.answers.emplace("without creating this file", true);
-    answersBox = makeAnswersMessageBox(answers.text.questions, &report, log);
-    moduleState().MsgboxClass = answersBox.get();
-  } else {
-    session.messages().setInput(&std::cin);
-  }
+  // Unattended, the export exists already: going on without saving a template is the
+  // default unless the answers say otherwise.
+  if (!interactive) answers.text.questions.answers.emplace("without creating this file", true);
+  session.answerQuestions(interactive, answers.text.questions, o.host.quiet);
   moduleState().makeProgressDialog = []() -> std::unique_ptr<ProgressDialog> {
     return std::make_unique<TerminalProgressDialog>();
   };

@@ -147,6 +147,15 @@ HostSession::HostSession(const HostOptions& options) {
   state.makeProgressDialog = [] { return std::make_unique<TerminalProgressDialog>(); };
 }
 
+void HostSession::answerQuestions(bool interactive, const WizardAnswers& questions, bool quiet) {
+  if (interactive) {
+    messages_->setInput(&std::cin);
+    return;
+  }
+  answersBox_ = makeAnswersMessageBox(questions, &report_, quiet ? nullptr : &std::cerr);
+  moduleState().MsgboxClass = answersBox_.get();
+}
+
 HostSession::~HostSession() {
   ModuleState& state = moduleState();
   state.DatabaseReference = nullptr;

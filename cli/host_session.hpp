@@ -12,6 +12,7 @@
 #include "host/practice_host_services.hpp"
 #include "host/run_report.hpp"
 #include "host/terminal_message_box.hpp"
+#include "sync/wizard_answers.hpp"
 
 namespace CLI {
 class App;
@@ -51,6 +52,10 @@ class HostSession {
   ConsoleErrorService& errors() { return *errors_; }
   PracticeLocale& locale() { return *locale_; }
   PracticeClientDropDown& dropDown() { return *dropDown_; }
+  // Where the run's questions are answered: at the terminal when interactive, else from the
+  // answers file's questions (the box installed as the module's message box, logging to
+  // standard error unless quiet).
+  void answerQuestions(bool interactive, const WizardAnswers& questions, bool quiet);
 
  private:
   RunReport report_;
@@ -59,6 +64,7 @@ class HostSession {
   std::unique_ptr<TerminalMessageBox> messages_;
   std::unique_ptr<PracticeLocale> locale_;
   std::unique_ptr<PracticeClientDropDown> dropDown_;
+  std::unique_ptr<TerminalMessageBox> answersBox_;
 };
 
 // Installs a console error service for a command that needs no practice database (the

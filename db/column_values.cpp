@@ -145,5 +145,4 @@ std::string criterionKey(Kind kind, std::string_view text) {
   }
 }
 
-
 }  // namespace lf

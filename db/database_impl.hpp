@@ -193,8 +193,8 @@ struct Database::Impl {
   NameMap<std::unordered_map<std::int64_t, std::vector<std::string>>> keptByRow;
   // Images of single rows by table and key (row_images.cpp), bounded in number.
   struct RowImage {
-    Row row;                // the stored columns in table order
-    std::int64_t at = 0;    // `writeClock` when last read or written whole
+    Row row;              // the stored columns in table order
+    std::int64_t at = 0;  // `writeClock` when last read or written whole
   };
   static constexpr size_t kRowImagesSize = 4096;
   NameMap<std::unordered_map<std::int64_t, RowImage>> rowImages;

@@ -270,12 +270,11 @@ std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
     shape->plans.push_back(tableInfo(shape->translated.tables[slot].table).keys);
     shape->keysGrow = shape->keysGrow && shape->plans.back().grows();
   }
-  shape->readsOneKey = shape->slotCount == 1 && shape->keysGrow && shape->parameterized &&
-                       shape->translated.parameters.size() == 1 &&
-                       shape->translated.parameters[0].number &&
-                       whereIsKeyEquals(shape->translated.parameterizedSql,
-                                        shape->translated.tables[0],
-                                        tableInfo(shape->translated.tables[0].table).rowidAlias);
+  shape->readsOneKey =
+      shape->slotCount == 1 && shape->keysGrow && shape->parameterized &&
+      shape->translated.parameters.size() == 1 && shape->translated.parameters[0].number &&
+      whereIsKeyEquals(shape->translated.parameterizedSql, shape->translated.tables[0],
+                       tableInfo(shape->translated.tables[0].table).rowidAlias);
   const size_t visible = total - shape->keyColumns;
   for (size_t i = 0; i < visible; ++i) {
     const SqlResultColumn info = stmt.columnInfo(static_cast<int>(i));
@@ -324,7 +323,6 @@ std::shared_ptr<const Shape> Database::Impl::shapeOf(std::string_view accessSql,
   }
   return shape;
 }
-
 
 std::int32_t Database::Impl::open(std::string_view accessSql, int lockType) {
   requireOpen();
@@ -450,7 +448,8 @@ void Database::Impl::load(Recordset& r) {
   // Rows added here that the statement does not select stay in the recordset.
   if (!r.addedHere.empty()) {
     std::unordered_set<std::int64_t> seen;
-    for (size_t row = 0; row < r.rows.size() && r.slotCount > 0; ++row) seen.insert(r.keyOf(row, 0));
+    for (size_t row = 0; row < r.rows.size() && r.slotCount > 0; ++row)
+      seen.insert(r.keyOf(row, 0));
     for (std::int64_t key : r.addedHere)
       if (!seen.count(key)) r.rows.push_back(readBack(r, key));
   }

@@ -86,8 +86,7 @@ void Database::Impl::imageFromInsert(const TableInfo& info, std::int64_t key,
       info.rowidAlias.empty() || anythingWrittenAt == writeClock)
     return;
   for (const auto& [name, value] : values)
-    if (!cleanValue(value) || info.columnPosition.find(name) == info.columnPosition.end())
-      return;
+    if (!cleanValue(value) || info.columnPosition.find(name) == info.columnPosition.end()) return;
   RowImage& image = newImage(info.name, key, info.columnOrder.size());
   for (const auto& [name, value] : info.defaults)
     image.row.set(static_cast<size_t>(info.columnPosition.at(name)), value);

@@ -146,13 +146,14 @@ class SqliteBackend : public SqlBackend {
     };
     if (p.empty()) return refuse(ConnectFailure::NoLocation, "No database path was given.");
     if (options.create) {
-      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | kOneThread, nullptr) !=
-          SQLITE_OK)
+      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | kOneThread,
+                          nullptr) != SQLITE_OK)
         return refuse(ConnectFailure::CannotOpen, db_ ? sqlite3_errmsg(db_) : "cannot create");
     } else {
       if (p != ":memory:" && !std::filesystem::is_regular_file(p))
         return refuse(ConnectFailure::CannotOpen, "No such file.");
-      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE | kOneThread, nullptr) != SQLITE_OK)
+      if (sqlite3_open_v2(p.c_str(), &db_, SQLITE_OPEN_READWRITE | kOneThread, nullptr) !=
+          SQLITE_OK)
         return refuse(db_ ? failureOf(sqlite3_errcode(db_)) : ConnectFailure::CannotOpen,
                       db_ ? sqlite3_errmsg(db_) : "Cannot open the file.");
       if (p != ":memory:" && !writable()) {
@@ -164,7 +165,8 @@ class SqliteBackend : public SqlBackend {
           sqlite3_close_v2(db_);
           db_ = nullptr;
           if (sqlite3_open_v2((uriPath(p) + "?immutable=1").c_str(), &db_,
-                              SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | kOneThread, nullptr) != SQLITE_OK)
+                              SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | kOneThread,
+                              nullptr) != SQLITE_OK)
             return refuse(db_ ? failureOf(sqlite3_errcode(db_)) : ConnectFailure::CannotOpen,
                           db_ ? sqlite3_errmsg(db_) : "Cannot open the file.");
         }

@@ -53,6 +53,13 @@ bool ProfileImportWizard::refuse(const std::string& message) const {
   return false;
 }
 
+bool ProfileImportWizard::folderChosen() const {
+  if (!txtFileLocation.empty() && std::filesystem::is_directory(txtFileLocation)) return true;
+  return refuse(
+      "You must select a folder location before continuing.  Click the 'Browse' "
+      "button to specify the folder which contains your Profile files.");
+}
+
 void ProfileImportWizard::scanFolder() {
   File1.clear();
   clearFileList();
@@ -202,12 +209,7 @@ void frmImportProfileT1::cmdNext_Click() {
   if (!isOpen()) return;
   switch (freStep_) {
     case kFolderPage:
-      if (txtFileLocation.empty() || !std::filesystem::is_directory(txtFileLocation)) {
-        refuse(
-            "You must select a folder location before continuing.  Click the 'Browse' "
-            "button to specify the folder which contains your Profile files.");
-        return;
-      }
+      if (!folderChosen()) return;
       ProfileImport.setFolderString(txtFileLocation);
       showPage(kFilesPage);
       scanFolder();
@@ -357,12 +359,7 @@ void frmImportProfileT2::cmdNext_Click() {
   if (!isOpen()) return;
   switch (freStep_) {
     case kFolderPage:
-      if (txtFileLocation.empty() || !std::filesystem::is_directory(txtFileLocation)) {
-        refuse(
-            "You must select a folder location before continuing.  Click the 'Browse' "
-            "button to specify the folder which contains your Profile files.");
-        return;
-      }
+      if (!folderChosen()) return;
       showPage(kFilesPage);
       scanFolder();
       return;

@@ -97,6 +97,8 @@ class ProfileImportWizard {
  protected:
   ProfileImportWizard() = default;
   bool refuse(const std::string& message) const;
+  // The folder page's check on Next: a folder that exists is chosen, else the message.
+  bool folderChosen() const;
   // Scans the folder for the wizard's extensions and lists what it finds; the panels follow
   // the scanner's events and are hidden when the list is built.
   void scanFolder();

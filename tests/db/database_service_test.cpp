@@ -512,7 +512,8 @@ TEST_P(DatabaseServiceTest, RowReadByKeyAfterItsWritesReadsAsStored) {
   db.updateRecord(h);
   const std::string id = db.getField(h, "ClientDataID").toString();
   auto byKey = [&](const std::string& columns) {
-    return open(("SELECT " + columns + " FROM ClientData WHERE ClientDataID = " + id + ";").c_str());
+    return open(
+        ("SELECT " + columns + " FROM ClientData WHERE ClientDataID = " + id + ";").c_str());
   };
   std::int32_t row = byKey("ClientData.*");
   ASSERT_TRUE(db.hasRecord(row));
